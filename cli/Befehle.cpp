@@ -1,0 +1,9 @@
+#include "Befehle.hpp"
+
+namespace Befehle {
+
+void anmelden(CLI::App& app) {
+    beispielAnmelden(app);
+}
+
+} // namespace Befehle
