@@ -190,7 +190,7 @@ TEST(NEC2Ausgabe, EingangsparameterMitElfOderZwoelfSpalten) {
  --------- ANTENNA INPUT PARAMETERS ---------
   TAG   SEG       VOLTAGE (VOLTS)
     1    11  1.0 0.0 2.0 3.0 50.0 -5.0 0.1 0.2 0.3
-    2     3  1.0 0.0 2.0 3.0 60.0 -6.0 0.1 0.2 0.3 0.4
+    2     3  1.0 0.0 2.0 3.0 60.0 -6.0 0.1 0.2
     3     4  9.0 1.0 0.0 2.0 3.0 70.0 -7.0 0.1 0.2 0.3 0.4 0.5
     4     5  1.0 0.0 2.0 3.0 80.0 -8.0
  FREQUENCY : 8.0 MHZ

@@ -2,16 +2,22 @@
 
 // Gemeinsames für Tests, die Programme starten: ein privates temporäres
 // Verzeichnis (TMPDIR) und nec2c-Berichte zu Decks aus tests/daten.
-#include "NECKern/Rechenkerne/Datei.hpp"
+#include "NECKern/Ergebnis.hpp"
 #include "NECKern/Rechenkerne/Prozess.hpp"
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <optional>
+#include <ostream>
 #include <sstream>
 #include <string>
 #include <vector>
+
+// Lesbare Ausgabe in Fehlermeldungen von gtest.
+namespace NECKern {
+inline void PrintTo(const Komplex& k, std::ostream* os) { *os << "(" << k.re << ", " << k.im << ")"; }
+} // namespace NECKern
 
 namespace TestHilfen {
 
