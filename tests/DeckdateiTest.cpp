@@ -156,6 +156,13 @@ TEST(Deckdatei, UmlautKopfUndKombinierteZeichen) {
     EXPECT_EQ(m.karten[0].typ, "ÄB");
     EXPECT_EQ(m.karten[1].typ, "GẄ");
     EXPECT_EQ(m.karten[2].typ, "G\xCC\x81W");
+    EXPECT_TRUE(Modell::lesen("ßx 1\n", "x").karten.empty());
+}
+
+TEST(Kommentar, TabsAmZeilenrandFallenWeg) {
+    // Sonst wäre Schreiben nach erneutem Lesen kein Fixpunkt.
+    EXPECT_EQ(Modell::kommentarZeilen("ab\t cd", 3), (Liste{"CM ab", "CM cd"}));
+    EXPECT_EQ(Modell::kommentarZeilen("a \tb", 70), (Liste{"CM a \tb"}));
 }
 
 class Rundreise : public ::testing::TestWithParam<const char*> {};

@@ -122,6 +122,8 @@ void zeileLesen(std::string_view roh, Modell& m) {
         return;
     }
     if (!Unicode::istBuchstabe(kopf.erstes) || !Unicode::istBuchstabe(kopf.zweites)) return;
+    // Ein Kopf, der in Grossschrift länger wird (ß → SS), wäre nach dem Schreiben ein anderer.
+    if (typ.size() != 2 && Unicode::laenge(typ) != 2) return;
     m.karten.push_back(karteLesen(std::move(typ), rest));
 }
 
@@ -183,8 +185,9 @@ std::vector<std::string> Modell::kommentarZeilen(std::string_view text, int brei
     std::vector<std::string> zeilen;
     std::string zeile;
     std::size_t zeilenLaenge = 0;
+    // Tabs am Rand einer Zeile gingen beim Wiederlesen verloren; darum fallen sie gleich weg.
     auto ausgeben = [&] {
-        zeilen.push_back("CM " + zeile);
+        zeilen.push_back("CM " + std::string(trimmen(zeile)));
         zeile.clear();
         zeilenLaenge = 0;
     };
