@@ -1,0 +1,119 @@
+#include "NECKern/Urteile.hpp"
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+
+using namespace NECKern;
+using Urteile::Abweichung;
+using Urteile::Farbe;
+
+namespace {
+
+FrequenzErgebnis frequenz(std::optional<Komplex> z, std::optional<double> gewinn) {
+    FrequenzErgebnis f;
+    f.mhz = 14.2;
+    f.impedanz = z;
+    if (gewinn) f.diagramm = {{90, 0, 0, 0, *gewinn - 3}, {90, 90, 0, 0, *gewinn}};
+    return f;
+}
+
+} // namespace
+
+TEST(Urteile, GegenprobeMitStrengenGrenzen) {
+    struct Fall {
+        double r, g;
+        Abweichung stufe;
+        const char* abweichung;
+    };
+    // nec2c: 100 Ω und 0 dBi.
+    const Fall faelle[] = {
+        {100, 0, Abweichung::keine, "Abweichung: Wirkwiderstand 0 %, Gewinn 0.00 dB"},
+        {105, 0.3, Abweichung::keine, "Abweichung: Wirkwiderstand 5 %, Gewinn 0.30 dB"},
+        {106, 0, Abweichung::merklich, "Abweichung: Wirkwiderstand 6 %, Gewinn 0.00 dB"},
+        {100, -0.31, Abweichung::merklich, "Abweichung: Wirkwiderstand 0 %, Gewinn 0.31 dB"},
+        {115, 1.0, Abweichung::merklich, "Abweichung: Wirkwiderstand 15 %, Gewinn 1.00 dB"},
+        {84, 0, Abweichung::stark, "Abweichung: Wirkwiderstand 16 %, Gewinn 0.00 dB"},
+        {100, 1.01, Abweichung::stark, "Abweichung: Wirkwiderstand 0 %, Gewinn 1.01 dB"},
+    };
+    for (const auto& f : faelle) {
+        auto u = Urteile::gegenprobe(frequenz(Komplex{f.r, 3}, f.g), {Komplex{100, -12.5}, 0.0});
+        EXPECT_EQ(u.stufe, f.stufe) << f.r << " " << f.g;
+        EXPECT_EQ(u.abweichung, f.abweichung);
+        EXPECT_EQ(u.nec2c, "nec2c: 100.00 − j12.50 Ω");
+    }
+    EXPECT_EQ(Urteile::gegenprobe(frequenz(Komplex{84, 0}, 0), {Komplex{100, 0}, 0.0}).urteil,
+              "Die Kerne weichen stark ab – diesem Ergebnis nicht trauen, Modell oder Kern prüfen.");
+    EXPECT_EQ(Urteile::gegenprobe(frequenz(Komplex{94, 0}, 0), {Komplex{100, 0}, 0.0}).urteil,
+              "Merkliche Abweichung zwischen den Kernen – Ergebnis mit Vorsicht verwenden.");
+    EXPECT_EQ(Urteile::gegenprobe(frequenz(Komplex{100, 0}, 0), {Komplex{100, 0}, 0.0}).urteil,
+              "Stimmt mit nec2c überein.");
+}
+
+TEST(Urteile, GegenprobeOhneVergleichswerteZaehltAlsUebereinstimmung) {
+    // Ohne Wirkwiderstand von nec2c, ohne eigenen Gewinn, ohne gezeigte Frequenz.
+    auto nullWiderstand = Urteile::gegenprobe(frequenz(Komplex{500, 0}, std::nullopt), {Komplex{0, 40}, 9.0});
+    EXPECT_EQ(nullWiderstand.stufe, Abweichung::keine);
+    EXPECT_EQ(nullWiderstand.nec2c, "nec2c: 0.00 + j40.00 Ω");
+    EXPECT_EQ(nullWiderstand.abweichung, "Abweichung: Wirkwiderstand 0 %, Gewinn 0.00 dB");
+    auto ohne = Urteile::gegenprobe(std::nullopt, {std::nullopt, std::nullopt});
+    EXPECT_FALSE(ohne.nec2c.has_value());
+    EXPECT_EQ(ohne.urteil, "Stimmt mit nec2c überein.");
+}
+
+TEST(Urteile, GegenprobeAusDemNec2cLaufAnDerGezeigtenFrequenz) {
+    NECErgebnis e;
+    EXPECT_FALSE(Urteile::gegenprobeAus(e, 0).has_value());
+    e.frequenzen = {frequenz(Komplex{50, 1}, 2.0), frequenz(Komplex{60, 2}, std::nullopt)};
+    EXPECT_EQ(Urteile::gegenprobeAus(e, 0), (Urteile::Gegenprobe{Komplex{50, 1}, 2.0}));
+    EXPECT_EQ(Urteile::gegenprobeAus(e, 7), (Urteile::Gegenprobe{Komplex{60, 2}, std::nullopt}));
+}
+
+TEST(Urteile, GueteWertzeileUndKlassen) {
+    auto gut = Urteile::guete(1.0);
+    EXPECT_EQ(gut.wert, "1.000 (+0.00 dB)");
+    EXPECT_EQ(gut.wort, "gut");
+    EXPECT_EQ(gut.farbe, Farbe::gruen);
+    auto brauchbar = Urteile::guete(0.9);
+    EXPECT_EQ(brauchbar.wert, "0.900 (-0.46 dB)");
+    EXPECT_EQ(brauchbar.wort, "brauchbar");
+    EXPECT_EQ(brauchbar.farbe, Farbe::gelb);
+    auto schlecht = Urteile::guete(1.2);
+    EXPECT_EQ(schlecht.wert, "1.200 (+0.79 dB)");
+    EXPECT_EQ(schlecht.wort, "Modell prüfen");
+    EXPECT_EQ(schlecht.farbe, Farbe::orange);
+    EXPECT_EQ(Urteile::guete(0).wert, "0.000 (-120.00 dB)");
+    EXPECT_EQ(Urteile::guete(std::nan("")).wort, "Modell prüfen");
+}
+
+TEST(Urteile, GueteGrenzenGehoerenZurBesserenKlasse) {
+    EXPECT_EQ(Urteile::gueteKlasse(0.1).wort, "gut");
+    EXPECT_EQ(Urteile::gueteKlasse(-0.1).wort, "gut");
+    EXPECT_EQ(Urteile::gueteKlasse(0.1000001).wort, "brauchbar");
+    EXPECT_EQ(Urteile::gueteKlasse(-0.5).wort, "brauchbar");
+    EXPECT_EQ(Urteile::gueteKlasse(0.5000001).wort, "Modell prüfen");
+}
+
+TEST(Urteile, SwrTitelWertUndFarbe) {
+    auto passend = Urteile::swr(frequenz(Komplex{50, 0}, std::nullopt), 50);
+    EXPECT_EQ(passend.titel, "SWR (50 Ω)");
+    EXPECT_EQ(passend.wert, "1.00");
+    EXPECT_EQ(passend.farbe, Farbe::gruen);
+    EXPECT_EQ(Urteile::swr(frequenz(Komplex{50, 0}, std::nullopt), 75).titel, "SWR (75 Ω)");
+    EXPECT_EQ(Urteile::swr(frequenz(Komplex{150, 0}, std::nullopt), 50).wert, "3.00");
+    auto ohne = Urteile::swr(frequenz(std::nullopt, std::nullopt), 50);
+    EXPECT_EQ(ohne.wert, "–");
+    EXPECT_EQ(ohne.farbe, Farbe::orange);
+    auto kurzschluss = Urteile::swr(frequenz(Komplex{-50, 0}, std::nullopt), 50);
+    EXPECT_EQ(kurzschluss.wert, "∞");
+    EXPECT_EQ(kurzschluss.farbe, Farbe::orange);
+}
+
+TEST(Urteile, SwrFarbgrenzen) {
+    EXPECT_EQ(Urteile::swrFarbe(1.4999), Farbe::gruen);
+    EXPECT_EQ(Urteile::swrFarbe(1.5), Farbe::gelb);
+    EXPECT_EQ(Urteile::swrFarbe(1.9999), Farbe::gelb);
+    EXPECT_EQ(Urteile::swrFarbe(2.0), Farbe::orange);
+    EXPECT_EQ(Urteile::swrFarbe(std::numeric_limits<double>::infinity()), Farbe::orange);
+    EXPECT_EQ(Urteile::swrFarbe(std::nullopt), Farbe::orange);
+}
