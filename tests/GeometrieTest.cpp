@@ -1,5 +1,6 @@
 #include "NECKern/Geometrie.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <gtest/gtest.h>
@@ -17,39 +18,22 @@ struct Gw {
     double radius;
 };
 
-std::vector<std::string_view> woerter(std::string_view zeile) {
-    std::vector<std::string_view> w;
-    while (!zeile.empty()) {
-        auto ende = zeile.find(' ');
-        if (ende != 0) w.push_back(zeile.substr(0, ende));
-        if (ende == std::string_view::npos) break;
-        zeile.remove_prefix(ende + 1);
-    }
-    return w;
-}
-
-std::vector<std::string> zeilenVon(const std::string& text) {
-    std::vector<std::string> z;
-    std::size_t anfang = 0;
-    while (anfang <= text.size()) {
-        auto ende = text.find('\n', anfang);
-        if (ende == std::string::npos) ende = text.size();
-        z.push_back(text.substr(anfang, ende - anfang));
-        anfang = ende + 1;
-    }
-    return z;
-}
-
-std::vector<Gw> drahtZeilen(const std::string& deck) {
+// Die GW-Zeilen eines Decks als Zahlen.
+std::vector<Gw> drahtZeilen(std::string_view deck) {
     std::vector<Gw> ergebnis;
-    for (const auto& zeile : zeilenVon(deck)) {
-        if (zeile.rfind("GW ", 0) != 0) continue;
-        auto w = woerter(zeile);
-        w.erase(w.begin());
-        auto x = Geometrie::zahlen(w);
+    for (std::size_t anfang = 0; anfang < deck.size();) {
+        auto ende = std::min(deck.find('\n', anfang), deck.size());
+        auto zeile = deck.substr(anfang, ende - anfang);
+        anfang = ende + 1;
+        if (!zeile.starts_with("GW ")) continue;
+        std::vector<std::string_view> woerter;
+        for (std::size_t i = 3, j = 0; i <= zeile.size(); i = j + 1) {
+            j = std::min(zeile.find(' ', i), zeile.size());
+            woerter.push_back(zeile.substr(i, j - i));
+        }
+        auto x = Geometrie::zahlen(woerter);
         EXPECT_EQ(x.size(), 9u) << zeile;
-        if (x.size() != 9) continue;
-        ergebnis.push_back({x[0], x[1], {x[2], x[3], x[4]}, {x[5], x[6], x[7]}, x[8]});
+        if (x.size() == 9) ergebnis.push_back({x[0], x[1], {x[2], x[3], x[4]}, {x[5], x[6], x[7]}, x[8]});
     }
     return ergebnis;
 }
@@ -114,13 +98,11 @@ TEST(Geometrie, SpiegelnErstInYDannInXMitVerdoppeltemZuwachs) {
     erwartePunkt(d[1].a, 1, -2, 3);
     erwartePunkt(d[2].a, -1, 2, 3);
     erwartePunkt(d[3].b, -4, -5, 6);
-}
 
-TEST(Geometrie, SpiegelcodeEinsHeisstNurZ) {
-    auto d = drahtZeilen(Geometrie::abflachen(deckMit("GW 1 3 1 2 3 4 5 6 0.01\nGX 100 1")));
-    ASSERT_EQ(d.size(), 2u);
-    EXPECT_EQ(d[1].tag, 101);
-    erwartePunkt(d[1].a, 1, 2, -3);
+    auto nurZ = drahtZeilen(Geometrie::abflachen(deckMit("GW 1 3 1 2 3 4 5 6 0.01\nGX 100 1")));
+    ASSERT_EQ(nurZ.size(), 2u);
+    EXPECT_EQ(nurZ[1].tag, 101);
+    erwartePunkt(nurZ[1].a, 1, 2, -3);
 }
 
 TEST(Geometrie, SkalierenRechnetMillimeterInMeterUmSamtRadius) {
@@ -166,14 +148,12 @@ TEST(Geometrie, WendelrichtungFolgtDemVorzeichenDerLaenge) {
     erwartePunkt(links[0].b, 0, -0.5, 0.25);
     erwartePunkt(rechts[7].b, 0.5, 0, 2);
     EXPECT_EQ(rechts[3].radius, 0.001);
-}
 
-TEST(Geometrie, WendelOhneSteigungIstEineGeradeUndRadienWachsenLinear) {
-    auto d = drahtZeilen(Geometrie::abflachen(deckMit("GH 1 2 0 4 1 1 3 3 0.001 0")));
-    ASSERT_EQ(d.size(), 2u);
-    erwartePunkt(d[0].a, 1, 0, 0);
-    erwartePunkt(d[0].b, 2, 0, 2);
-    erwartePunkt(d[1].b, 3, 0, 4);
+    // Ohne Steigung eine Gerade; die Radien wachsen linear.
+    auto gerade = drahtZeilen(Geometrie::abflachen(deckMit("GH 1 2 0 4 1 1 3 3 0.001 0")));
+    ASSERT_EQ(gerade.size(), 2u);
+    erwartePunkt(gerade[0].b, 2, 0, 2);
+    erwartePunkt(gerade[1].b, 3, 0, 4);
 }
 
 TEST(Geometrie, UnvollstaendigeGeometriekartenFallenWeg) {
@@ -201,12 +181,9 @@ TEST(Geometrie, UnvollstaendigeGeometriekartenFallenWeg) {
     }
 }
 
-TEST(Geometrie, OhneGeometrieEndeEntstehenKeineDrahtzeilen) {
+TEST(Geometrie, NurDerGeometrieteilBisGeWirdUmgeformt) {
     EXPECT_EQ(Geometrie::abflachen("CM x\nGW 1 1 0 0 0 0 0 1 0.01\nGA 1 4 1 0 90 0.001\nEX 0 1 1 0 1\nEN"),
               "CM x\nEX 0 1 1 0 1\nEN");
-}
-
-TEST(Geometrie, NachGeometrieEndeWirdAllesUnveraendertKopiert) {
     EXPECT_EQ(Geometrie::abflachen("GW 1 1 0 0 0 0 0 1 0.01\nGE 0\nGA 1 4 1 0 90 0.001\nGE 0"),
               "GW 1 1 0 0 0 0 0 1 0.01\nGE 0\nGA 1 4 1 0 90 0.001\nGE 0");
 }
