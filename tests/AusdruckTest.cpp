@@ -157,6 +157,11 @@ TEST(Ausdruck, ZeichenSindGraphemCluster) {
         {"🇩🇪", "Unerwartetes Zeichen '🇩🇪'"},
         {"1\r\n", "Unerwartet: '\r\n' in '1\r\n'"},
         {"\r\n", "Unerwartetes Zeichen '\r\n'"},
+        {"1+👍🏽", "Unerwartetes Zeichen '👍🏽'"},
+        {"👨‍👩‍👧*2", "Unerwartetes Zeichen '👨‍👩‍👧'"},
+        {"한글+1", "Variable '한글' unbekannt"},
+        {"2*क्ष", "Variable 'क्ष' unbekannt"},
+        {"λ/ä", "Variable 'λ' unbekannt"},
     });
     // Ungültiges UTF-8 erscheint in Meldungen repariert.
     EXPECT_EQ(meldung("2\xff"), "Unerwartet: '\xEF\xBF\xBD' in '2\xEF\xBF\xBD'");

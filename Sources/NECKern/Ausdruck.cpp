@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <unicode/uchar.h>
 
 namespace NECKern::Ausdruck {
 
@@ -29,6 +30,26 @@ bool istBuchstabe(std::string_view z) {
     if (z.size() == 1 && static_cast<unsigned char>(z[0]) < 0x80)
         return (z[0] >= 'a' && z[0] <= 'z') || (z[0] >= 'A' && z[0] <= 'Z');
     return Unicode::istBuchstabe(z);
+}
+
+// Byte-Anfänge der Codezeichen und zuletzt das Textende, wenn jedes Codezeichen ein eigenes
+// Zeichen ist: keines verbindet sich mit Nachbarn (kombinierende Zeichen, Hangul-Silbenteile,
+// Regionalindikatoren, ZWJ, CR LF). Dann entfällt die teure Zerlegung in Graphem-Cluster.
+bool codezeichenGrenzen(std::string_view text, std::vector<std::size_t>& grenzen) {
+    for (std::size_t i = 0; i < text.size();) {
+        grenzen.push_back(i);
+        // Der Text ist gültiges UTF-8: das erste Byte sagt die Länge.
+        auto b = static_cast<unsigned char>(text[i]);
+        std::size_t laenge = b < 0x80 ? 1 : b < 0xE0 ? 2 : b < 0xF0 ? 3 : 4;
+        UChar32 c = laenge == 1 ? b : b & (0x7F >> laenge);
+        for (std::size_t k = 1; k < laenge; ++k)
+            c = (c << 6) | (static_cast<unsigned char>(text[i + k]) & 0x3F);
+        i += laenge;
+        auto art = u_getIntPropertyValue(c, UCHAR_GRAPHEME_CLUSTER_BREAK);
+        if (art != U_GCB_OTHER && art != U_GCB_CONTROL && art != U_GCB_LF) return false;
+    }
+    grenzen.push_back(text.size());
+    return true;
 }
 
 // Typografische Rechenzeichen sind keine Operatoren. Wo ein Operator stehen könnte,
@@ -126,12 +147,15 @@ Leser::Leser(std::string vorbereitet, const Werte& variablen)
     }
     text_ = Unicode::reparieren(text_);
     grenzen_.reserve(text_.size() + 1);
-    std::size_t anfang = 0;
-    for (const auto& z : Unicode::zeichen(text_)) {
+    if (!codezeichenGrenzen(text_, grenzen_)) {
+        grenzen_.clear();
+        std::size_t anfang = 0;
+        for (const auto& z : Unicode::zeichen(text_)) {
+            grenzen_.push_back(anfang);
+            anfang += z.size();
+        }
         grenzen_.push_back(anfang);
-        anfang += z.size();
     }
-    grenzen_.push_back(anfang);
     anzahl_ = grenzen_.size() - 1;
 }
 
