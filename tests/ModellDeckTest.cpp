@@ -13,14 +13,14 @@ Modell modell(const std::string& text) {
 }
 
 // Die Zeilen des Rechendecks nach "CE".
-std::string karten(const std::string& deck) {
+std::string karten(const Modell& m, const std::optional<Karte>& fr = std::nullopt, bool ohneRP = false) {
+    auto deck = m.deck({}, fr, ohneRP);
     return deck.substr(deck.find("CE\n") + 3);
 }
 
-std::string deckFehler(const Modell& m, const Werte& ueberschreiben = {},
-                       const std::optional<Karte>& fr = std::nullopt) {
+std::string deckFehler(const Modell& m, const std::optional<Karte>& fr = std::nullopt) {
     try {
-        m.deck(ueberschreiben, fr);
+        m.deck({}, fr);
     } catch (const Ausdruck::Fehler& f) {
         return f.description();
     }
@@ -34,147 +34,89 @@ TEST(ModellDeck, LeeresModellBekommtXqUndEn) {
 }
 
 TEST(ModellDeck, FelderWerdenZuZahlen) {
-    auto m = modell("CM Dipol\nCM zweite Zeile\nSY n=11, l=10\nGW 1 n 0 0 -l/2 0 0 l/2 1mm\nGE 0\n"
-                    "EX 0 1 (n+1)/2 0 1 0\nFR 0 1 0 0 c0/20 0\nEN\n");
-    EXPECT_EQ(m.deck(), "CM Dipol\nCM zweite Zeile\nCE\n"
-                        "GW 1 11 0 0 -5 0 0 5 0.001\nGE 0\nEX 0 1 6 0 1 0 0 0 0 0\n"
+    auto m = modell("CM Dipol\nSY n=11, l=10\nGW 1 n 0 0 -l/2 0 0 l/2 1mm\nGE 0\nEX 0 1 (n+1)/2 0 1\n"
+                    "FR 0 1 0 0 c0/20 0\nEN\n");
+    EXPECT_EQ(m.deck(), "CM Dipol\nCE\nGW 1 11 0 0 -5 0 0 5 0.001\nGE 0\nEX 0 1 6 0 1 0 0 0 0 0\n"
                         "FR 0 1 0 0 14.9896229 0\nXQ 0\nEN\n");
-}
-
-TEST(ModellDeck, FehlendeUndUeberzaehligeFelder) {
-    Modell m;
-    m.karten = {Karte("GW", {"1"}, {"1", "2", "3", "4", "5", "6", "7", "8", "9"}), Karte("GE", {}, {}),
-                Karte("EX", {"", "1"}, {"", "2"}), Karte("EN", {"9"}, {"9"})};
-    EXPECT_EQ(karten(m.deck()), "GW 1 0 1 2 3 4 5 6 7\nGE 0\nEX 0 1 0 0 0 2 0 0 0 0\nXQ 0\nEN\n");
+    // Fehlende und leere Felder gelten als 0, überzählige fallen weg; CM, CE und SY kommen nicht mit.
+    Modell roh;
+    roh.karten = {Karte("GW", {"1"}, {"1", "2", "3", "4", "5", "6", "7", "8"}),
+                  Karte("EX", {"", "1"}, {"", "2"}), Karte("SY", {"a"}, {}), Karte("CM", {}, {}),
+                  Karte("EN", {"9"}, {"9"})};
+    EXPECT_EQ(karten(roh), "GW 1 0 1 2 3 4 5 6 7\nEX 0 1 0 0 0 2 0 0 0 0\nXQ 0\nEN\n");
 }
 
 TEST(ModellDeck, GanzzahlfelderRundenHalbVonNullWeg) {
-    struct Fall {
-        const char* feld;
-        const char* text;
-    };
-    for (const auto& f : std::vector<Fall>{{"10.5", "11"},
-                                           {"-0.5", "-1"},
-                                           {"2.5", "3"},
-                                           {"-2.5", "-3"},
-                                           {"0.49", "0"},
-                                           {"-0.4", "0"},
-                                           {"1e15", "1000000000000000"},
-                                           {"-2^63", "-9223372036854775808"},
-                                           {"2^62", "4611686018427387904"}}) {
+    std::vector<std::pair<std::string, std::string>> faelle{{"10.5", "11"},
+                                                            {"-0.5", "-1"},
+                                                            {"2.5", "3"},
+                                                            {"-2.5", "-3"},
+                                                            {"-0.4", "0"},
+                                                            {"1e15", "1000000000000000"},
+                                                            {"-2^63", "-9223372036854775808"}};
+    for (const auto& [feld, text] : faelle) {
         Modell m;
-        m.karten = {Karte("GE", {f.feld}, {})};
-        EXPECT_EQ(karten(m.deck()), std::string("GE ") + f.text + "\nXQ 0\nEN\n") << f.feld;
+        m.karten = {Karte("GE", {feld}, {})};
+        EXPECT_EQ(karten(m), "GE " + text + "\nXQ 0\nEN\n") << feld;
     }
 }
 
-TEST(ModellDeck, GanzzahlfeldAusserhalbDesBereichsIstAuswertungsfehler) {
-    struct Fall {
-        const char* feld;
-        const char* wert;
-    };
-    for (const auto& f : std::vector<Fall>{{"1e300", "1e+300"},
-                                           {"2^63", "9.22337e+18"},
-                                           {"-1e19", "-1e+19"},
-                                           {"1/0", "inf"},
-                                           {"-1/0", "-inf"},
-                                           {"0/0", "nan"}}) {
+TEST(ModellDeck, GanzzahlfeldAusserhalbVon64BitIstAuswertungsfehler) {
+    std::vector<std::pair<std::string, std::string>> faelle{
+        {"1e300", "1e+300"}, {"2^63", "9.22337e+18"}, {"-1e19", "-1e+19"}, {"-1/0", "-inf"}, {"0/0", "nan"}};
+    for (const auto& [feld, wert] : faelle) {
         Modell m;
-        m.karten = {Karte("GE", {f.feld}, {})};
-        EXPECT_EQ(deckFehler(m), std::string("Ganzzahlfeld mit dem Wert ") + f.wert +
-                                     " ist keine ganze Zahl im gültigen Bereich.")
-            << f.feld;
+        m.karten = {Karte("GE", {feld}, {})};
+        EXPECT_EQ(deckFehler(m),
+                  "Ganzzahlfeld mit dem Wert " + wert + " ist keine ganze Zahl im gültigen Bereich.");
     }
 }
 
 TEST(ModellDeck, ZahlformatDerReellfelder) {
-    struct Fall {
-        double x;
-        const char* text;
-    };
-    for (const auto& f : std::vector<Fall>{{0, "0"},
-                                           {-0.0, "0"},
-                                           {0.5, "0.5"},
-                                           {-0.5, "-0.5"},
-                                           {14.2, "14.2"},
-                                           {0.001, "0.001"},
-                                           {0.00099, "9.900000000E-04"},
-                                           {0.0001, "1.000000000E-04"},
-                                           {9999999.99, "9999999.99"},
-                                           {10000000, "1.000000000E+07"},
-                                           {2.5e7, "2.500000000E+07"},
-                                           {1.0 / 3, "0.333333333"},
-                                           {-123456.789012, "-123456.789"}})
-        EXPECT_EQ(Modell::zahl(f.x), f.text) << f.x;
+    std::vector<std::pair<double, std::string>> faelle{{0, "0"},
+                                                       {-0.0, "0"},
+                                                       {0.5, "0.5"},
+                                                       {-0.5, "-0.5"},
+                                                       {0.001, "0.001"},
+                                                       {0.00099, "9.900000000E-04"},
+                                                       {9999999.99, "9999999.99"},
+                                                       {1e7, "1.000000000E+07"},
+                                                       {2.5e7, "2.500000000E+07"},
+                                                       {1.0 / 3, "0.333333333"}};
+    for (const auto& [x, text] : faelle)
+        EXPECT_EQ(Modell::zahl(x), text) << x;
 }
 
-TEST(ModellDeck, RpUndEnBleibenOhneRpStehtXqVorEn) {
-    auto m = modell("GW 1 3 0 0 0 0 0 1 0.001\nGE 0\nRP 0 1 1 1000 90 0 0 0\nEN\n");
-    EXPECT_EQ(karten(m.deck()), "GW 1 3 0 0 0 0 0 1 0.001\nGE 0\nRP 0 1 1 1000 90 0 0 0 0 0\nEN\n");
-    EXPECT_EQ(karten(m.deck({}, std::nullopt, true)), "GW 1 3 0 0 0 0 0 1 0.001\nGE 0\nXQ 0\nEN\n");
-}
-
-TEST(ModellDeck, ErgaenzungNurWoNoetig) {
-    struct Fall {
-        const char* karten;
-        const char* erwartet;
-    };
-    for (const auto& f : std::vector<Fall>{
-             {"GE 0\n", "GE 0\nXQ 0\nEN\n"},
-             {"GE 0\nXQ 0\n", "GE 0\nXQ 0\nEN\n"},
-             {"GE 0\nEN\nXQ 1\n", "GE 0\nEN\nXQ 1\n"},
-             {"GE 0\nEN\nGE 1\nEN\n", "GE 0\nXQ 0\nEN\nGE 1\nEN\n"},
-             {"RP 0 1 1 1000\nGE 0\n", "RP 0 1 1 1000 0 0 0 0 0 0\nGE 0\nEN\n"},
-         }) {
-        EXPECT_EQ(karten(modell(f.karten).deck()), f.erwartet) << f.karten;
-    }
-}
-
-TEST(ModellDeck, KommentarUndSymbolkartenFallenWeg) {
-    Modell m;
-    m.name = "Ohne Kommentar";
-    m.karten = {Karte("CM", {}, {"x"}), Karte("CE", {}, {}), Karte("SY", {"a=1"}, {}), Karte("GE", {}, {})};
-    EXPECT_EQ(m.deck(), "CM Ohne Kommentar\nCE\nGE 0\nXQ 0\nEN\n");
-    m.kommentar = {std::string(100, 'x')};
-    EXPECT_EQ(m.deck(),
-              "CM " + std::string(70, 'x') + "\nCM " + std::string(30, 'x') + "\nCE\nGE 0\nXQ 0\nEN\n");
+TEST(ModellDeck, ErgaenzungUmXqUndEnNurWoNoetig) {
+    std::vector<std::pair<std::string, std::string>> faelle{
+        {"GE 0\nXQ 0\n", "GE 0\nXQ 0\nEN\n"},
+        {"GE 0\nEN\nXQ 1\n", "GE 0\nEN\nXQ 1\n"},
+        {"GE 0\nEN\nGE 1\nEN\n", "GE 0\nXQ 0\nEN\nGE 1\nEN\n"},
+        {"GE 0\nRP 0 1 1 1000\nEN\n", "GE 0\nRP 0 1 1 1000 0 0 0 0 0 0\nEN\n"}};
+    for (const auto& [text, erwartet] : faelle)
+        EXPECT_EQ(karten(modell(text)), erwartet) << text;
+    EXPECT_EQ(karten(modell("GE 0\nRP 0 1 1 1000\nEN\n"), std::nullopt, true), "GE 0\nXQ 0\nEN\n");
 }
 
 TEST(ModellDeck, ErsatzFrStehtAnStelleDerErstenFrKarte) {
-    auto m = modell("SY f=14\nGE 0\nFR 0 1 0 0 f 0\nEX 0 1 1 0 1 0\nFR 0 3 0 0 7 1\nEN\n");
+    auto m = modell("SY f=14\nGE 0\nFR 0 1 0 0 f 0\nEX 0 1 1 0 1\nFR 0 3 0 0 7 1\nEN\n");
     Karte ersatz("FR", {"0", "1", "0", "0"}, {"f*2", "0"});
-    EXPECT_EQ(karten(m.deck({}, ersatz)), "GE 0\nFR 0 1 0 0 28 0\nEX 0 1 1 0 1 0 0 0 0 0\nXQ 0\nEN\n");
-    // Ohne FR-Karte im Modell bleibt der Ersatz unbenutzt.
-    EXPECT_EQ(karten(modell("GE 0\n").deck({}, ersatz)), "GE 0\nXQ 0\nEN\n");
-    EXPECT_EQ(deckFehler(m, {}, Karte("FR", {"0", "1"}, {"g"})), "Variable 'g' unbekannt");
+    EXPECT_EQ(karten(m, ersatz), "GE 0\nFR 0 1 0 0 28 0\nEX 0 1 1 0 1 0 0 0 0 0\nXQ 0\nEN\n");
+    EXPECT_EQ(karten(modell("GE 0\n"), ersatz), "GE 0\nXQ 0\nEN\n");
+    EXPECT_EQ(deckFehler(m, Karte("FR", {"0", "1"}, {"g"})), "Variable 'g' unbekannt");
 }
 
-TEST(ModellDeck, UeberschreibenNachGenauemNamen) {
-    auto gross = modell("SY L=10\nGW 1 1 0 0 0 0 0 l 0.001\n");
-    auto klein = modell("SY l=10\nGW 1 1 0 0 0 0 0 l 0.001\n");
-    EXPECT_EQ(gross.variablenWerte({{"L", 2}}), (Werte{{"l", 2}}));
-    EXPECT_EQ(klein.variablenWerte({{"L", 2}}), (Werte{{"l", 10}}));
-    EXPECT_NE(gross.deck({{"L", 2}}).find("GW 1 1 0 0 0 0 0 2 0.001\n"), std::string::npos);
-    // Eine überschriebene Formel wird nie ausgewertet.
-    auto kaputt = modell("SY a=1/, b=a*2\n");
-    EXPECT_EQ(kaputt.variablenWerte({{"a", 3}}), (Werte{{"a", 3}, {"b", 6}}));
-    EXPECT_THROW(kaputt.variablenWerte(), Ausdruck::Fehler);
+TEST(ModellDeck, UeberschreibenNachGenauemNamenOhneAuswertung) {
+    EXPECT_EQ(modell("SY L=10\n").variablenWerte({{"L", 2}}), (Werte{{"l", 2}}));
+    EXPECT_EQ(modell("SY l=10\n").variablenWerte({{"L", 2}}), (Werte{{"l", 10}}));
+    EXPECT_EQ(modell("SY a=1/, b=a*2\n").variablenWerte({{"a", 3}}), (Werte{{"a", 3}, {"b", 6}}));
+    EXPECT_NE(modell("SY L=10\nGE L\n").deck({{"L", 2}}).find("\nGE 2\n"), std::string::npos);
 }
 
 TEST(ModellDeck, VariablenSehenNurVorherigeUndSpaetereErsetzen) {
     EXPECT_EQ(modell("SY a=1, A=a+1, Höhe=A*2\n").variablenWerte(), (Werte{{"a", 2}, {"höhe", 4}}));
-    try {
-        modell("SY b=a*2, a=1\n").variablenWerte();
-        ADD_FAILURE() << "Fehler erwartet";
-    } catch (const Ausdruck::Fehler& f) {
-        EXPECT_STREQ(f.what(), "Variable 'a' unbekannt");
-    }
-}
-
-TEST(ModellDeck, ErsterFehlerEndetDieErzeugung) {
-    EXPECT_EQ(deckFehler(modell("SY a=foo(1)\nGE 0\n")), "Funktion 'foo' unbekannt");
+    EXPECT_EQ(deckFehler(modell("SY b=a*2, a=1\n")), "Variable 'a' unbekannt");
     EXPECT_EQ(deckFehler(modell("GE 0\nGW 1 1 0 0 0 0 0 1 2x\n")), "Unerwartet: 'x' in '2x'");
-    EXPECT_EQ(deckFehler(modell("GW 1 (1 0 0 0 0 0 1 1\n")), "')' fehlt");
 }
 
 TEST(ModellDeck, Frequenzplan) {
@@ -186,11 +128,7 @@ TEST(ModellDeck, Frequenzplan) {
               (Plan{3.5, 0.35, 2}));
     EXPECT_EQ(modell("FR 0\n").frequenzen(), (Plan{14, 0, 1}));
     EXPECT_EQ(modell("GE 0\n").frequenzen(), (Plan{14, 0, 1}));
-    Modell leer;
-    leer.karten = {Karte("FR", {"0", ""}, {""})};
-    EXPECT_EQ(leer.frequenzen(), (Plan{14, 0, 1}));
     EXPECT_THROW(modell("FR 0 1e12 0 0 14 0\n").frequenzen(), Ausdruck::Fehler);
-    EXPECT_THROW(modell("FR 0 0/0 0 0 14 0\n").frequenzen(), Ausdruck::Fehler);
     EXPECT_THROW(modell("SY x=?\nFR 0 1 0 0 14 0\n").frequenzen(), Ausdruck::Fehler);
 }
 
