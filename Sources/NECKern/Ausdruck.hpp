@@ -32,6 +32,8 @@ class Leser {
   public:
     // vorbereitet: schon klein geschrieben und ohne Leerzeichen.
     Leser(std::string vorbereitet, const Werte& variablen);
+    // Der Leser merkt sich die Variablen nur als Verweis.
+    Leser(std::string vorbereitet, Werte&& variablen) = delete;
 
     double summe();   // produkt { (+|-) produkt }
     double produkt(); // potenz { (*|/) potenz }
