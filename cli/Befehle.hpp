@@ -9,7 +9,9 @@ inline int& rueckgabe() {
     static int code = 0;
     return code;
 }
-inline int ergebnis() { return rueckgabe(); }
+inline int ergebnis() {
+    return rueckgabe();
+}
 
 void anmelden(CLI::App& app);
 
