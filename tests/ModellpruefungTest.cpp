@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <numbers>
+#include <random>
 
 using namespace NECKern;
 using nlohmann::ordered_json;
@@ -394,6 +395,18 @@ TEST(Pruefen, EndeAufDerMitteEinesAnderenDrahts) {
     EXPECT_TRUE(pruefe(0.0006, 0.0003).empty());
 }
 
+TEST(Pruefen, ErsteStelleNenntDasErsteSegmentInListenfolge) {
+    // Zwei Drähte treffen sich bei x = 2, ein dritter endet frei genau dort. Draht 5
+    // steht in der Liste vorn, liegt aber nur rechts der Stelle.
+    std::vector<Segment> s{segment(1, 5, {2.5, 0, 0}, 1, 0), segment(2, 6, {1.5, 0, 0}, 1, 0),
+                           segment(3, 7, {2, 0.5, 0}, 1, 0, 0, -90)};
+    s[2].nachher = 0;
+    const auto b = MP::verbindungenPruefen(s);
+    ASSERT_EQ(b.size(), 1u);
+    EXPECT_THAT(b[0].text,
+                testing::StartsWith("Draht 7 endet auf Draht 5, ist dort aber nicht verbunden (1 "));
+}
+
 TEST(Pruefen, FreieEndenZaehlenUndNachbarnUeberspringen) {
     // Ein Draht aus zwei Segmenten: seine freien Enden liegen auf ihm selbst, zählen aber nicht.
     auto s = drahtX(1, 1, 0, 1, 2);
@@ -518,4 +531,317 @@ TEST(NeueKarte, OhneDrahtTagEinsUndSpeisungAufTagEins) {
     EXPECT_EQ(MP::neueKarte("EX", deck("GW 4 n\n")).ganz, (std::vector<std::string>{"0", "4", "1", "0"}));
     // Negative Tags: der nächste ist trotzdem 1.
     EXPECT_EQ(MP::neueKarte("GH", deck("GW -3 5\n")).ganz[0], "1");
+}
+
+// ---- Raster gegen den Vergleich aller Paare ----
+
+namespace {
+
+// Die Festlegungen wörtlich, quadratisch, als Massstab.
+double abstandRef(const Punkt3& a, const Punkt3& b) {
+    const double dx = a[0] - b[0], dy = a[1] - b[1], dz = a[2] - b[2];
+    return std::sqrt(dx * dx + dy * dy + dz * dz);
+}
+
+double abstandZurStreckeRef(const Punkt3& p, const Segment& s) {
+    const auto [a, b] = s.enden();
+    const Punkt3 v{b[0] - a[0], b[1] - a[1], b[2] - a[2]};
+    const Punkt3 w{p[0] - a[0], p[1] - a[1], p[2] - a[2]};
+    const double vv = v[0] * v[0] + v[1] * v[1] + v[2] * v[2];
+    const double wv = w[0] * v[0] + w[1] * v[1] + w[2] * v[2];
+    const double t = vv > 0 ? std::clamp(wv / vv, 0.0, 1.0) : 0.0;
+    return abstandRef(p, Punkt3{a[0] + t * v[0], a[1] + t * v[1], a[2] + t * v[2]});
+}
+
+double sprungRef(const std::vector<Segment>& s) {
+    std::vector<std::pair<Punkt3, Punkt3>> enden;
+    for (const auto& g : s)
+        enden.push_back(g.enden());
+    double r = 1;
+    for (std::size_t i = 0; i < s.size(); ++i)
+        for (std::size_t j = 0; j < s.size(); ++j) {
+            const auto &a = s[i], &b = s[j];
+            if (a.nummer == b.nummer) continue;
+            const auto& [as, ae] = enden[i];
+            const auto& [bs, be] = enden[j];
+            const double lmin = std::min(a.laenge, b.laenge), lmax = std::max(a.laenge, b.laenge);
+            const double t = 0.01 * lmin;
+            if (abstandRef(as, bs) < t || abstandRef(ae, be) < t || abstandRef(ae, bs) < t ||
+                abstandRef(as, be) < t)
+                r = std::max(r, lmax / lmin);
+        }
+    return r;
+}
+
+std::vector<Befund> verbindungenRef(const std::vector<Segment>& s) {
+    std::optional<std::pair<std::int64_t, std::int64_t>> erste;
+    std::int64_t k = 0;
+    for (const auto& f : s) {
+        for (int ende = 0; ende < 2; ++ende) {
+            if ((ende == 0 ? f.vorher : f.nachher) != 0) continue;
+            const Punkt3 p = ende == 0 ? f.enden().first : f.enden().second;
+            for (const auto& g : s) {
+                if (g.tag == f.tag &&
+                    std::abs(static_cast<double>(g.nummer) - static_cast<double>(f.nummer)) < 2)
+                    continue;
+                if (g.laenge == 0) continue;
+                double grenze = f.radius + g.radius;
+                if (grenze < 0.0002) grenze = 0.0002;
+                if (abstandZurStreckeRef(p, g) < grenze) {
+                    if (!erste) erste = {f.tag, g.tag};
+                    ++k;
+                    break;
+                }
+            }
+        }
+    }
+    if (!erste) return {};
+    return {{Stufe::fehler,
+             "Draht " + std::to_string(erste->first) + " endet auf Draht " + std::to_string(erste->second) +
+                 ", ist dort aber nicht verbunden (" + std::to_string(k) +
+                 " Stelle(n)) – NEC verbindet nur an Segmentenden. Segmentzahl so wählen, dass am "
+                 "Anschlusspunkt ein Segmentende liegt."}};
+}
+
+// Zufällige Geometrien mit vielen Berührungen, Punkten genau auf den Toleranzgrenzen,
+// doppelten Punkten und allerlei kaputten Werten.
+class Zufallsmodell {
+  public:
+    explicit Zufallsmodell(std::uint64_t saat) : zufall_(saat) {}
+
+    std::vector<Segment> erzeugen() {
+        s_.clear();
+        massstab_ = std::pow(10.0, gleich(-3, 3));
+        if (ganz(3) == 0) {
+            massstab_ = std::ldexp(1.0, static_cast<int>(ganz(12)) - 6); // Zweierpotenz: Gitterpunkte genau
+            gitter();
+        } else {
+            const int draehte = 1 + static_cast<int>(ganz(12));
+            for (int i = 0; i < draehte; ++i)
+                draht();
+        }
+        const int grenzfaelle = static_cast<int>(ganz(12));
+        for (int i = 0; i < grenzfaelle && !s_.empty(); ++i)
+            ganz(2) == 0 ? sprungGrenze() : endeGrenze();
+        const int sonderfaelle = static_cast<int>(ganz(4));
+        for (int i = 0; i < sonderfaelle && !s_.empty(); ++i)
+            sonderfall();
+        return s_;
+    }
+
+  private:
+    double gleich(double a, double b) { return std::uniform_real_distribution<double>(a, b)(zufall_); }
+    std::uint64_t ganz(std::uint64_t n) { return zufall_() % n; }
+
+    Punkt3 punkt() {
+        // Auf einem groben Gitter, damit sich Enden oft genau treffen.
+        const auto k = [&] {
+            return ganz(3) == 0 ? std::round(gleich(0, 4)) * massstab_ : gleich(0, 4) * massstab_;
+        };
+        return {k(), k(), k()};
+    }
+
+    Segment zwischen(const Punkt3& p, const Punkt3& q, std::int64_t tag, double radius) {
+        const double dx = q[0] - p[0], dy = q[1] - p[1], dz = q[2] - p[2];
+        const double l = std::sqrt(dx * dx + dy * dy + dz * dz);
+        Segment g;
+        g.nummer = static_cast<std::int64_t>(s_.size()) + 1;
+        g.tag = tag;
+        g.x = (p[0] + q[0]) / 2;
+        g.y = (p[1] + q[1]) / 2;
+        g.z = (p[2] + q[2]) / 2;
+        g.laenge = l;
+        g.alpha = l > 0 ? std::asin(dz / l) * 180 / std::numbers::pi : 0;
+        g.beta = std::atan2(dy, dx) * 180 / std::numbers::pi;
+        g.radius = radius;
+        return g;
+    }
+
+    double radius() {
+        switch (ganz(6)) {
+        case 0:
+            return 0;
+        case 1:
+            return gleich(0, 0.0003);
+        default:
+            return massstab_ * gleich(0, 0.01);
+        }
+    }
+
+    // Ein Draht aus n Segmenten, oft an einem vorhandenen Ende beginnend.
+    void draht() {
+        Punkt3 p = punkt();
+        if (!s_.empty() && ganz(2) == 0) {
+            const auto& g = s_[ganz(s_.size())];
+            p = ganz(2) == 0 ? g.enden().first : g.enden().second;
+        }
+        const Punkt3 q = punkt();
+        const int n = 1 + static_cast<int>(ganz(ganz(4) == 0 ? 40 : 6));
+        const std::int64_t tag = static_cast<std::int64_t>(ganz(8)) + 1;
+        const double r = radius();
+        const std::size_t erstes = s_.size();
+        for (int i = 0; i < n; ++i) {
+            const auto ort = [&](double u) {
+                return Punkt3{p[0] + u * (q[0] - p[0]), p[1] + u * (q[1] - p[1]), p[2] + u * (q[2] - p[2])};
+            };
+            s_.push_back(zwischen(ort(double(i) / n), ort(double(i + 1) / n), tag, r));
+        }
+        for (std::size_t i = erstes; i < s_.size(); ++i) {
+            s_[i].vorher = i == erstes ? verbindung(0) : std::optional<std::int64_t>(s_[i - 1].nummer);
+            s_[i].nachher =
+                i + 1 == s_.size() ? verbindung(0) : std::optional<std::int64_t>(s_[i + 1].nummer);
+        }
+    }
+
+    // Achsenparallele Einzelsegmente auf einem Gitter: Enden und Zellgrenzen fallen oft zusammen,
+    // und an einem Punkt treffen sich Drähte mit verschiedenen Tags.
+    void gitter() {
+        const int kanten = 5 + static_cast<int>(ganz(60));
+        for (int i = 0; i < kanten; ++i) {
+            const auto k = [&] { return static_cast<double>(ganz(5)) * massstab_; };
+            const Punkt3 p{k(), k(), k()};
+            Punkt3 q = p;
+            q[ganz(3)] += ganz(2) == 0 ? massstab_ : -massstab_;
+            const double r = ganz(2) == 0 ? 0 : radius();
+            Segment g = ganz(2) == 0 ? zwischen(p, q, static_cast<std::int64_t>(ganz(6)) + 1, r)
+                                     : zwischen(q, p, static_cast<std::int64_t>(ganz(6)) + 1, r);
+            g.vorher = verbindung(0);
+            g.nachher = verbindung(0);
+            s_.push_back(g);
+        }
+    }
+
+    std::optional<std::int64_t> verbindung(std::int64_t frei) {
+        if (ganz(5) == 0) return std::nullopt;
+        if (ganz(5) == 0) return static_cast<std::int64_t>(ganz(s_.size() + 1) + 1);
+        return frei;
+    }
+
+    // Verschiebt die Mitte des Segments in Schritten von einem ulp, bis das Prädikat
+    // kippt, und bleibt zufällig auf der einen oder anderen Seite.
+    template <typename Praedikat> void anGrenze(Segment& g, int achse, Praedikat nah) {
+        double& m = achse == 0 ? g.x : achse == 1 ? g.y : g.z;
+        const bool anfang = nah(g);
+        double richtung = anfang ? INFINITY : -INFINITY;
+        for (int schritt = 0; schritt < 200; ++schritt) {
+            const double vorher = m;
+            m = std::nextafter(m, richtung);
+            if (nah(g) != anfang) {
+                if (ganz(2) == 0) m = vorher;
+                return;
+            }
+        }
+    }
+
+    // Ein Segment, dessen Anfang fast genau t = 0,01·Lmin von einem vorhandenen Ende entfernt ist.
+    void sprungGrenze() {
+        const Segment a = s_[ganz(s_.size())];
+        const Punkt3 p = ganz(2) == 0 ? a.enden().first : a.enden().second;
+        const double lb = a.laenge * (ganz(2) == 0 ? gleich(0.1, 10) : std::round(gleich(1, 8)));
+        if (!(a.laenge > 0) || !(lb > 0)) return;
+        const double t = 0.01 * std::min(a.laenge, lb);
+        const int achse = static_cast<int>(ganz(3));
+        Punkt3 start = p;
+        start[achse] += t;
+        Punkt3 ende = start;
+        ende[(achse + 1) % 3] += lb;
+        Segment b = zwischen(start, ende, a.tag + 1, radius());
+        b.vorher = 0;
+        b.nachher = 0;
+        anGrenze(b, achse, [&](const Segment& g) { return abstandRef(p, g.enden().first) < t; });
+        s_.push_back(b);
+    }
+
+    // Ein Draht, dessen freies Ende fast genau an der Abstandsgrenze eines Segments liegt.
+    void endeGrenze() {
+        const Segment ziel = s_[ganz(s_.size())];
+        const auto [a, b] = ziel.enden();
+        const double u = std::array<double, 4>{0, 0.5, 1, gleich(0, 1)}[ganz(4)];
+        Punkt3 p{a[0] + u * (b[0] - a[0]), a[1] + u * (b[1] - a[1]), a[2] + u * (b[2] - a[2])};
+        const double rf = radius();
+        double grenze = rf + ziel.radius;
+        if (grenze < 0.0002) grenze = 0.0002;
+        const int achse = static_cast<int>(ganz(3));
+        p[achse] += grenze;
+        Punkt3 q = p;
+        q[achse] += massstab_ * gleich(0.1, 1);
+        Segment f = zwischen(p, q, ziel.tag + 3, rf);
+        f.vorher = 0;
+        f.nachher = ganz(2) == 0 ? std::optional<std::int64_t>(0) : std::nullopt;
+        if (!std::isfinite(grenze)) {
+            s_.push_back(f);
+            return;
+        }
+        anGrenze(f, achse,
+                 [&](const Segment& g) { return abstandZurStreckeRef(g.enden().first, ziel) < grenze; });
+        s_.push_back(f);
+    }
+
+    void sonderfall() {
+        Segment g = s_[ganz(s_.size())];
+        g.tag += static_cast<std::int64_t>(ganz(2)) * 10;
+        switch (ganz(11)) {
+        case 0:
+            break; // genaue Kopie, gleiche Nummer
+        case 1:
+            g.nummer = static_cast<std::int64_t>(s_.size()) + 1;
+            break;
+        case 2:
+            g.laenge = 0;
+            break;
+        case 3:
+            g.laenge = -g.laenge;
+            break;
+        case 4:
+            g.x = NAN;
+            break;
+        case 5:
+            g.radius = ganz(2) == 0 ? INFINITY : -INFINITY;
+            break;
+        case 6:
+            g.radius = massstab_ * 1e4;
+            break;
+        case 7:
+            g.x = 1e300;
+            break;
+        case 8:
+            g.laenge *= 1e5;
+            break; // sehr lang gegen die anderen
+        case 9:
+            g.laenge = 1e-300;
+            break;
+        case 10: { // gleiche Nummer, siebenmal so lang, vom selben Anfang aus
+            const auto [a, b] = g.enden();
+            g = zwischen(a, {a[0] + 7 * (b[0] - a[0]), a[1] + 7 * (b[1] - a[1]), a[2] + 7 * (b[2] - a[2])},
+                         g.tag, g.radius);
+            g.nummer = s_.front().nummer;
+            break;
+        }
+        }
+        g.vorher = ganz(2) == 0 ? std::optional<std::int64_t>(0) : g.vorher;
+        // An beliebiger Stelle: die Listenfolge ist nicht die Folge der Nummern.
+        s_.insert(s_.begin() + static_cast<std::ptrdiff_t>(ganz(s_.size() + 1)), g);
+    }
+
+    std::mt19937_64 zufall_;
+    std::vector<Segment> s_;
+    double massstab_ = 1;
+};
+
+} // namespace
+
+TEST(Pruefen, RasterFindetGenauDieBefundeAllerPaare) {
+    int mitSprung = 0, mitStelle = 0;
+    for (std::uint64_t saat = 1; saat <= 400; ++saat) {
+        const auto s = Zufallsmodell(saat).erzeugen();
+        const double r = MP::laengenSprung(s);
+        ASSERT_EQ(r, sprungRef(s)) << "Saat " << saat;
+        const auto v = MP::verbindungenPruefen(s);
+        ASSERT_EQ(v, verbindungenRef(s)) << "Saat " << saat;
+        mitSprung += r > 1;
+        mitStelle += !v.empty();
+    }
+    // Die Modelle sollen die Prüfungen auch auslösen, nicht nur leer durchlaufen.
+    EXPECT_GT(mitSprung, 100);
+    EXPECT_GT(mitStelle, 100);
 }
