@@ -15,10 +15,12 @@ constexpr double randIndex = 2305843009213693952.0;
 
 } // namespace
 
-Raster::Raster(double zelle) : zelle_(zelle) {}
+// Der Ursprung liegt schief, damit runde Koordinaten (Gitter, Achsen) nicht genau
+// auf Zellgrenzen fallen und jede Abfrage zwei Zellen je Achse kostet.
+Raster::Raster(double zelle) : zelle_(zelle), ursprung_(zelle * 0.381966011250105) {}
 
 std::int64_t Raster::index(double x) const {
-    const double k = std::clamp(std::floor(x / zelle_), -randIndex, randIndex);
+    const double k = std::clamp(std::floor((x - ursprung_) / zelle_), -randIndex, randIndex);
     return static_cast<std::int64_t>(k);
 }
 
@@ -45,11 +47,17 @@ bool Raster::eintragen(std::uint32_t nummer, const Punkt3& unten, const Punkt3& 
     return true;
 }
 
+// Gitterpunkte haben oft Nummern mit gemeinsamen Teilern; erst das Durchmischen
+// aller Bits verteilt sie gleichmässig auf die Fächer.
 std::uint64_t Raster::streuwert(const Zelle& z) {
-    auto h = static_cast<std::uint64_t>(z.x) * 0x9E3779B97F4A7C15ull;
-    h ^= static_cast<std::uint64_t>(z.y) * 0xC2B2AE3D27D4EB4Full + (h << 6) + (h >> 2);
-    h ^= static_cast<std::uint64_t>(z.z) * 0x165667B19E3779F9ull + (h << 6) + (h >> 2);
-    return h ^ (h >> 29);
+    std::uint64_t h = static_cast<std::uint64_t>(z.x) * 0x9E3779B97F4A7C15ull ^
+                      static_cast<std::uint64_t>(z.y) * 0xC2B2AE3D27D4EB4Full ^
+                      static_cast<std::uint64_t>(z.z) * 0x165667B19E3779F9ull;
+    h ^= h >> 33;
+    h *= 0xFF51AFD7ED558CCDull;
+    h ^= h >> 33;
+    h *= 0xC4CEB9FE1A85EC53ull;
+    return h ^ (h >> 33);
 }
 
 void Raster::fertig() {

@@ -12,7 +12,7 @@ namespace NECKern {
 // Vergleich aller Paare.
 //
 // Warum keine Nähe verloren geht: die Zellnummer einer Koordinate ist
-// floor(x / zelle), begrenzt auf ±2^61 – eine monoton steigende Funktion von x,
+// floor((x − ursprung) / zelle), begrenzt auf ±2^61 – eine monoton steigende Funktion von x,
 // auch mit Rundung. Liegen zwei Quader [u1, o1] und [u2, o2] (mit den Grenzen,
 // wie sie gerechnet wurden) auf einer Achse überlappend, u1 ≤ o2 und u2 ≤ o1,
 // dann überlappen auch ihre Zellbereiche. Wer einen Quader einträgt und einen
@@ -58,6 +58,7 @@ class Raster {
     const Fach* finden(const Zelle& z) const;
 
     double zelle_;
+    double ursprung_;
     std::vector<std::pair<Zelle, std::uint32_t>> eintraege_;
     std::vector<std::uint32_t> nummern_;
     std::vector<Fach> faecher_; // offene Adressierung, Grösse Zweierpotenz

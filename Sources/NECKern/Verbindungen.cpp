@@ -83,6 +83,14 @@ bool kannBeruehren(const Segment& s, const Punkt3& p) {
     return s.laenge > 0 && endlich(p);
 }
 
+// Enden nach Stufen ihrer Reichweite r ∈ [2^k, 2^(k+1)), je Stufe ein Raster mit
+// Zellen von 8·2^k: eine Abfrage trifft höchstens zwei Zellen je Achse, und lange
+// Segmente machen die Zellen der kurzen nicht voll.
+struct Stufenraster {
+    int stufe;
+    Raster raster;
+};
+
 } // namespace
 
 double laengenSprung(std::span<const Segment> s) {
@@ -90,32 +98,49 @@ double laengenSprung(std::span<const Segment> s) {
     const auto punkt = [&](std::size_t ende) -> const Punkt3& {
         return ende % 2 == 0 ? enden[ende / 2].first : enden[ende / 2].second;
     };
+    const auto stufeVon = [&](std::size_t i) { return std::ilogb(sprungReichweite(s[i])); };
 
-    double weiteste = 0;
+    std::vector<int> stufen;
     for (std::size_t e = 0; e < 2 * s.size(); ++e)
-        if (kannBeruehren(s[e / 2], punkt(e))) weiteste = std::max(weiteste, sprungReichweite(s[e / 2]));
-    double groesstes = 1;
-    if (weiteste == 0) return groesstes;
-
-    Raster raster(2 * weiteste);
+        if (kannBeruehren(s[e / 2], punkt(e))) stufen.push_back(stufeVon(e / 2));
+    std::sort(stufen.begin(), stufen.end());
+    stufen.erase(std::unique(stufen.begin(), stufen.end()), stufen.end());
+    std::vector<Stufenraster> raster;
+    for (int k : stufen)
+        raster.push_back({k, Raster(std::ldexp(8.0, k))});
+    const auto platz = [&](int k) {
+        return static_cast<std::size_t>(std::lower_bound(stufen.begin(), stufen.end(), k) - stufen.begin());
+    };
     for (std::size_t e = 0; e < 2 * s.size(); ++e)
         if (kannBeruehren(s[e / 2], punkt(e))) // ein endlicher Punkt passt immer in eine Zelle
-            raster.eintragen(static_cast<std::uint32_t>(e), punkt(e), punkt(e));
-    raster.fertig();
+            raster[platz(stufeVon(e / 2))].raster.eintragen(static_cast<std::uint32_t>(e), punkt(e),
+                                                            punkt(e));
+    for (auto& r : raster)
+        r.raster.fertig();
 
-    // Jedes Paar i < j wird von einem Ende von i aus gefunden, denn t ≤ 0,01·L(i).
+    // Berühren und Verhältnis sind symmetrisch (fl(x − y) = −fl(y − x)), also genügt
+    // jedes ungeordnete Paar einmal. Gesucht wird vom Segment mit der kleineren Stufe
+    // aus (bei gleicher Stufe vom vorderen): seine Reichweite deckt t ≤ 0,01·L ab.
+    double groesstes = 1;
     std::vector<std::uint32_t> treffer;
     for (std::size_t e = 0; e < 2 * s.size(); ++e) {
         const std::size_t i = e / 2;
         if (!kannBeruehren(s[i], punkt(e))) continue;
         const double r = sprungReichweite(s[i]);
-        treffer.clear();
-        if (raster.abfragen(verschoben(punkt(e), -r), verschoben(punkt(e), r), treffer)) {
-            for (auto f : treffer)
-                if (f / 2 > i) sprungNehmen(s[i], enden[i], s[f / 2], enden[f / 2], groesstes);
-        } else {
-            for (std::size_t j = i + 1; j < s.size(); ++j)
-                sprungNehmen(s[i], enden[i], s[j], enden[j], groesstes);
+        const std::size_t eigene = platz(stufeVon(i));
+        for (std::size_t m = eigene; m < raster.size(); ++m) {
+            const auto partner = [&](std::size_t j) {
+                return j != i && (m > eigene || j > i) && platz(stufeVon(j)) == m;
+            };
+            treffer.clear();
+            if (raster[m].raster.abfragen(verschoben(punkt(e), -r), verschoben(punkt(e), r), treffer)) {
+                for (auto f : treffer)
+                    if (m > eigene || f / 2 > i)
+                        sprungNehmen(s[i], enden[i], s[f / 2], enden[f / 2], groesstes);
+            } else {
+                for (std::size_t j = 0; j < s.size(); ++j)
+                    if (partner(j)) sprungNehmen(s[i], enden[i], s[j], enden[j], groesstes);
+            }
         }
     }
     return groesstes;
@@ -166,77 +191,97 @@ double segmentReichweite(const Segment& s) {
     return positiv(s.radius) * zuschlag;
 }
 
-// Segmente in Stücken von höchstens einer Zellbreite, jedes Stück als Quader um
-// die Punkte a + t·v an seinen Enden – derselbe Ausdruck wie im Lotfusspunkt,
-// monoton in t, also liegt jeder Lotfusspunkt in einem der Quader.
-class Segmentraster {
-  public:
-    Segmentraster(std::span<const Segment> s, const std::vector<Enden>& enden)
-        : zelle_(zellgroesse(enden)), raster_(zelle_) {
-        for (std::size_t j = 0; j < s.size(); ++j) {
-            const auto nummer = static_cast<std::uint32_t>(j);
-            if (!eintragen(nummer, s[j], enden[j])) immer_.push_back(nummer);
+// Zwei typische Segmente je Zelle; nie kleiner als die Reichweite eines dünnen Endes.
+double ausdehnung(const Enden& e) {
+    const auto& [a, b] = e;
+    return std::max({std::fabs(b[0] - a[0]), std::fabs(b[1] - a[1]), std::fabs(b[2] - a[2])});
+}
+
+double zellgroesse(const std::vector<Enden>& enden) {
+    std::vector<double> laengen;
+    for (const auto& e : enden)
+        if (const double a = ausdehnung(e); std::isfinite(a)) laengen.push_back(a);
+    double median = 0;
+    if (!laengen.empty()) {
+        auto mitte = laengen.begin() + static_cast<std::ptrdiff_t>(laengen.size() / 2);
+        std::nth_element(laengen.begin(), mitte, laengen.end());
+        median = *mitte;
+    }
+    return std::max(2 * median, 4 * mindestGrenze);
+}
+
+// Fragt ein Segment in Stücken von höchstens einer Zellbreite ab, jedes Stück als
+// Quader um die Punkte a + t·v an seinen Enden – derselbe Ausdruck wie beim
+// Lotfusspunkt und monoton in t, also liegt jeder Lotfusspunkt in einem der Quader.
+// false: das Raster kann das Segment nicht fassen.
+bool segmentAbfragen(const Raster& raster, double zelle, const Segment& g, const Enden& e,
+                     std::vector<std::uint32_t>& treffer) {
+    const double r = segmentReichweite(g);
+    const double a = ausdehnung(e);
+    if (!std::isfinite(r) || !std::isfinite(a)) return false;
+    const double stuecke = std::max(1.0, std::ceil(a / zelle));
+    if (stuecke > 4096) return false;
+    const auto n = static_cast<int>(stuecke);
+    const auto& p = e.first;
+    const Punkt3 v{e.second[0] - p[0], e.second[1] - p[1], e.second[2] - p[2]};
+    const auto ort = [&](double t) { return Punkt3{p[0] + t * v[0], p[1] + t * v[1], p[2] + t * v[2]}; };
+    for (int k = 0; k < n; ++k) {
+        const auto von = ort(static_cast<double>(k) / n), bis = ort(static_cast<double>(k + 1) / n);
+        Punkt3 unten, oben;
+        for (int i = 0; i < 3; ++i) {
+            unten[i] = std::min(von[i], bis[i]) - r;
+            oben[i] = std::max(von[i], bis[i]) + r;
         }
-        raster_.fertig();
+        if (!raster.abfragen(unten, oben, treffer)) return false;
     }
+    return true;
+}
 
-    // Alle Kandidaten für einen Punkt mit Reichweite r; false: alle prüfen.
-    bool kandidaten(const Punkt3& p, double r, std::vector<std::uint32_t>& treffer) const {
-        treffer.clear();
-        if (!raster_.abfragen(verschoben(p, -r), verschoben(p, r), treffer)) return false;
-        treffer.insert(treffer.end(), immer_.begin(), immer_.end());
-        return true;
-    }
+constexpr std::size_t keines = static_cast<std::size_t>(-1);
 
-  private:
-    static double ausdehnung(const Enden& e) {
-        const auto& [a, b] = e;
-        return std::max({std::fabs(b[0] - a[0]), std::fabs(b[1] - a[1]), std::fabs(b[2] - a[2])});
-    }
+// Für jedes freie Ende das erste Segment in Listenfolge, auf dem es liegt (sonst keines).
+std::vector<std::size_t> ersteSegmente(std::span<const Segment> s, const std::vector<Enden>& enden,
+                                       const std::vector<FreiesEnde>& frei) {
+    std::vector<std::size_t> erstes(frei.size(), keines);
+    const auto passt = [&](std::size_t f, std::size_t j) {
+        return liegtAuf(s[frei[f].segment], frei[f].punkt, s[j], enden[j]);
+    };
 
-    // Zwei typische Segmente je Zelle; nie kleiner als die Reichweite eines dünnen Endes.
-    static double zellgroesse(const std::vector<Enden>& enden) {
-        std::vector<double> laengen;
-        for (const auto& e : enden)
-            if (const double a = ausdehnung(e); std::isfinite(a)) laengen.push_back(a);
-        double median = 0;
-        if (!laengen.empty()) {
-            auto mitte = laengen.begin() + static_cast<std::ptrdiff_t>(laengen.size() / 2);
-            std::nth_element(laengen.begin(), mitte, laengen.end());
-            median = *mitte;
+    // Die freien Enden kommen ins Raster; was es nicht fassen kann, wird über alle Segmente geprüft.
+    const double zelle = zellgroesse(enden);
+    Raster raster(zelle);
+    std::vector<std::uint32_t> imRaster;
+    for (std::size_t f = 0; f < frei.size(); ++f) {
+        const auto& p = frei[f].punkt;
+        const double r = endeReichweite(s[frei[f].segment]);
+        const bool gefasst =
+            endlich(p) && std::isfinite(r) &&
+            raster.eintragen(static_cast<std::uint32_t>(f), verschoben(p, -r), verschoben(p, r));
+        if (gefasst) {
+            imRaster.push_back(static_cast<std::uint32_t>(f));
+            continue;
         }
-        return std::max(2 * median, 4 * mindestGrenze);
+        for (std::size_t j = 0; j < s.size() && erstes[f] == keines; ++j)
+            if (passt(f, j)) erstes[f] = j;
     }
+    raster.fertig();
 
-    // false: das Segment muss bei jedem Ende geprüft werden.
-    bool eintragen(std::uint32_t j, const Segment& g, const Enden& e) {
+    // Segmente in Listenfolge: das erste Segment, das ein Ende findet, ist sein erstes.
+    std::size_t offen = imRaster.size();
+    std::vector<std::uint32_t> treffer;
+    for (std::size_t j = 0; j < s.size() && offen > 0; ++j) {
         // Länge 0 wird übersprungen; nicht endliche Enden liegen nie näher als die Grenze.
-        if (g.laenge == 0 || !endlich(e.first) || !endlich(e.second)) return true;
-        const double r = segmentReichweite(g);
-        const double a = ausdehnung(e);
-        if (!std::isfinite(r) || !std::isfinite(a)) return false;
-        const double stuecke = std::max(1.0, std::ceil(a / zelle_));
-        if (stuecke > 4096) return false;
-        const auto n = static_cast<int>(stuecke);
-        const auto& p = e.first;
-        const Punkt3 v{e.second[0] - p[0], e.second[1] - p[1], e.second[2] - p[2]};
-        const auto ort = [&](double t) { return Punkt3{p[0] + t * v[0], p[1] + t * v[1], p[2] + t * v[2]}; };
-        for (int k = 0; k < n; ++k) {
-            const auto von = ort(static_cast<double>(k) / n), bis = ort(static_cast<double>(k + 1) / n);
-            Punkt3 unten, oben;
-            for (int i = 0; i < 3; ++i) {
-                unten[i] = std::min(von[i], bis[i]) - r;
-                oben[i] = std::max(von[i], bis[i]) + r;
+        if (s[j].laenge == 0 || !endlich(enden[j].first) || !endlich(enden[j].second)) continue;
+        treffer.clear();
+        if (!segmentAbfragen(raster, zelle, s[j], enden[j], treffer)) treffer = imRaster;
+        for (auto f : treffer)
+            if (erstes[f] == keines && passt(f, j)) {
+                erstes[f] = j;
+                --offen;
             }
-            if (!raster_.eintragen(j, unten, oben)) return false;
-        }
-        return true;
     }
-
-    double zelle_;
-    Raster raster_;
-    std::vector<std::uint32_t> immer_; // ohne Raster, bei jedem Ende geprüft
-};
+    return erstes;
+}
 
 } // namespace
 
@@ -245,30 +290,13 @@ std::vector<Befund> verbindungenPruefen(std::span<const Segment> s) {
     const auto frei = freieEnden(s, enden);
     if (frei.empty()) return {};
 
-    const Segmentraster raster(s, enden);
-    std::vector<std::uint32_t> kandidaten;
+    const auto erstes = ersteSegmente(s, enden, frei);
     std::optional<std::pair<std::int64_t, std::int64_t>> erste; // Tag A, Tag B
     std::int64_t stellen = 0;
-    for (const auto& f : frei) {
-        const Segment& fs = s[f.segment];
-        const double r = endeReichweite(fs);
-        const bool mitRaster =
-            endlich(f.punkt) && std::isfinite(r) && raster.kandidaten(f.punkt, r, kandidaten);
-        if (!mitRaster) {
-            kandidaten.resize(s.size());
-            for (std::size_t j = 0; j < s.size(); ++j)
-                kandidaten[j] = static_cast<std::uint32_t>(j);
-        } else if (!erste) {
-            // Für die erste Stelle zählt das erste passende Segment in Listenfolge.
-            std::sort(kandidaten.begin(), kandidaten.end());
-            kandidaten.erase(std::unique(kandidaten.begin(), kandidaten.end()), kandidaten.end());
-        }
-        for (auto j : kandidaten) {
-            if (!liegtAuf(fs, f.punkt, s[j], enden[j])) continue;
-            if (!erste) erste = {fs.tag, s[j].tag};
-            ++stellen;
-            break;
-        }
+    for (std::size_t f = 0; f < frei.size(); ++f) {
+        if (erstes[f] == keines) continue;
+        if (!erste) erste = {s[frei[f].segment].tag, s[erstes[f]].tag};
+        ++stellen;
     }
     if (!erste) return {};
     return {{Stufe::fehler,
