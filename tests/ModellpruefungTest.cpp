@@ -176,6 +176,19 @@ TEST(Vorpruefung, FelderMitVariablenUndKaputterVariable) {
               "Draht (Tag 1): Feld nicht lesbar (Formel prüfen).");
 }
 
+TEST(Vorpruefung, GanzzahlfelderGerundetWieImRechendeck) {
+    // Der Kern bekommt 11.5 als 12 und -0.5 als -1; die Prüfung sieht dieselben Zahlen.
+    EXPECT_EQ(
+        MP::vorpruefen(deck("SY n=11\nGW 1 n 0 0 -5 0 0 5 1mm\nGE 0\nEX 0 1 n+0.5 0 1 0\nFR 0 1 0 0 14 0\n")),
+        "Speisung: Draht 1 hat 11 Segmente, Segment 12 gibt es nicht.");
+    EXPECT_EQ(MP::vorpruefen(deck("GW -0.5 0.5 0 0 -5 0 0 5 1mm\nGE 0\nEX 0 1 1 0 1 0\nFR 0 1 0 0 14 0\n")),
+              "Speisung auf Draht 1 – einen Draht mit diesem Tag gibt es nicht.");
+    EXPECT_EQ(
+        MP::vorpruefen(deck("SY l=c0/14/2\nGW 2*1 sqr(121) 0 0 -l/2 0 0 l/2 2mm/2\nGE 0\nEX 0 2 6 0 1 0\n"
+                            "FR 0 1 0 0 c0/l/2 0\n")),
+        std::nullopt);
+}
+
 TEST(Vorpruefung, Speisung) {
     struct Fall {
         const char* karten;
