@@ -1,4 +1,5 @@
 #include "NECKern/Guetetest.hpp"
+#include "NECKern/Ausdruck.hpp"
 #include "NECKern/Rechenkerne/Nec2cKern.hpp"
 
 #include "TestHilfen.hpp"
@@ -148,4 +149,13 @@ TEST(GuetetestDeck, Nec2cErgibtEinsImFreienRaumUndUeberBoden) {
         ASSERT_EQ(e.frequenzen.size(), 1u) << boden;
         EXPECT_NEAR(*Guetetest::mittlererGewinn(e.frequenzen[0].diagramm), 1.0, 0.01) << boden;
     }
+}
+
+TEST(GuetetestDeck, FehlerDesRechendecksGehenDurch) {
+    const auto typ = Modell::lesen(std::string(dipol) + "GN t\n", "x");
+    EXPECT_THAT([&] { Guetetest::deck(typ, 7); },
+                testing::ThrowsMessage<Ausdruck::Fehler>("Variable 't' unbekannt"));
+    const auto draht = Modell::lesen("GW 1 21 0 0 -l 0 0 l 0.001\n", "x");
+    EXPECT_THAT([&] { Guetetest::deck(draht, 7); },
+                testing::ThrowsMessage<Ausdruck::Fehler>("Variable 'l' unbekannt"));
 }

@@ -1,7 +1,8 @@
 #include "NECKern/Guetetest.hpp"
 
+#include "NECKern/Ausdruck.hpp"
+
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <numbers>
 #include <string_view>
@@ -17,29 +18,11 @@ bool entfaellt(const std::string& typ) {
            typ == "LD";
 }
 
-// Für jede GN-Karte in Modellreihenfolge, ob sie freien Raum verlangt (Typ −1).
-// Ausgewertet wie im Rechendeck, damit auch eine Formel im Typfeld zählt.
-std::vector<bool> freierRaumJeGN(const Modell& modell) {
-    Modell nurGN = modell;
-    std::erase_if(nurGN.karten, [](const Karte& k) { return k.typ != "GN"; });
-    if (nurGN.karten.empty()) return {};
-
-    std::vector<bool> frei;
-    const std::string text = nurGN.deck();
-    std::string_view rest = text;
-    bool kartenteil = false;
-    while (!rest.empty()) {
-        const auto ende = rest.find('\n');
-        const auto zeile = rest.substr(0, ende);
-        rest = ende == std::string_view::npos ? std::string_view{} : rest.substr(ende + 1);
-        if (zeile == "CE") kartenteil = true;
-        if (!kartenteil || !zeile.starts_with("GN ")) continue;
-        long long typ = 0;
-        const auto feld = zeile.substr(3);
-        std::from_chars(feld.data(), feld.data() + feld.size(), typ);
-        frei.push_back(typ == -1);
-    }
-    return frei;
+// Verlangt die GN-Karte freien Raum (Typ −1)? Ausgewertet wie im Rechendeck,
+// damit auch eine Formel im Typfeld zählt.
+bool freierRaum(const Karte& gn, const Werte& werte) {
+    const std::string_view typ = gn.ganz.empty() || gn.ganz[0].empty() ? "0" : std::string_view(gn.ganz[0]);
+    return std::round(Ausdruck::auswerten(typ, werte)) == -1.0;
 }
 
 // Liegt das tiefste Segmentende unter der Bodenebene? Als berührend gilt es
@@ -69,10 +52,9 @@ std::vector<double> verschiedene(std::vector<double> werte) {
 } // namespace
 
 std::optional<std::string> deck(const Modell& modell, double mhz, const std::vector<Segment>& segmente) {
-    const auto frei = freierRaumJeGN(modell);
+    const auto werte = modell.variablenWerte();
     Modell kopie = modell;
     kopie.karten.clear();
-    std::size_t gn = 0;
     // NEC rechnet mit der jeweils letzten GN-Karte; das Diagramm steht am Ende.
     bool boden = false;
     for (const auto& k : modell.karten) {
@@ -81,9 +63,9 @@ std::optional<std::string> deck(const Modell& modell, double mhz, const std::vec
             kopie.karten.push_back(k);
             continue;
         }
-        const bool freierRaum = frei.at(gn++);
-        boden = !freierRaum;
-        kopie.karten.push_back(freierRaum ? k : Karte("GN", {"1", "0", "0", "0"}, {}));
+        const bool frei = freierRaum(k, werte);
+        boden = !frei;
+        kopie.karten.push_back(frei ? k : Karte("GN", {"1", "0", "0", "0"}, {}));
     }
     // Über idealem Boden rechnet NEC Drähte unter der Erde ohne Meldung, aber falsch.
     if (boden && reichtUnterBoden(segmente)) return std::nullopt;
