@@ -91,8 +91,8 @@ TEST(Selbsttest, FaelleInFesterReihenfolgeMitSollUndQuelle) {
     const std::vector<Zeile> erwartet{
         {"Kurzer Dipol 0,05 λ: Strahlungswiderstand (Ω)", "0.4935", "0.4973",
          "Theorie des kurzen Dipols: 20π²(l/λ)²", true},
-        {"Kurzer Dipol: Gewinn (dBi)", "1.76", "1.76", "Theorie des kurzen Dipols", true},
-        {"λ/2-Dipol: Gewinn (dBi)", "2.15", "2.15", "Theorie des λ/2-Dipols", true},
+        {"Kurzer Dipol: Gewinn (dBi)", "1.76", "1.76", "Theorie des kurzen Dipols: D = 1,5", true},
+        {"λ/2-Dipol: Gewinn (dBi)", "2.15", "2.15", "Theorie des λ/2-Dipols: D = 1,64", true},
         {"λ/2-Dipol (a = 10⁻⁵ λ): R (Ω)", "77.90 ± 1.56", "77.90", "nec2c, gegen a → 0 = 73,1 Ω geprüft",
          true},
         {"λ/2-Dipol: mittlerer Gewinn (Energieerhaltung)", "1.000 ± 0.020", "0.999", "Energieerhaltung",

@@ -204,11 +204,11 @@ std::vector<Zeile> laufen(const Rechenkern& kern) {
                      fmt::sprintf("%.4f", rKurz), "%.4f", "Theorie des kurzen Dipols: 20π²(l/λ)²"},
                     widerstand(kurz)));
     zeilen.push_back(vergleichen({"Kurzer Dipol: Gewinn (dBi)", 1.76, 0.05, fmt::sprintf("%.2f", 1.76),
-                                  "%.2f", "Theorie des kurzen Dipols"},
+                                  "%.2f", "Theorie des kurzen Dipols: D = 1,5"},
                                  gewinn(kurz)));
-    zeilen.push_back(vergleichen(
-        {"λ/2-Dipol: Gewinn (dBi)", 2.15, 0.05, fmt::sprintf("%.2f", 2.15), "%.2f", "Theorie des λ/2-Dipols"},
-        gHalb));
+    zeilen.push_back(vergleichen({"λ/2-Dipol: Gewinn (dBi)", 2.15, 0.05, fmt::sprintf("%.2f", 2.15), "%.2f",
+                                  "Theorie des λ/2-Dipols: D = 1,64"},
+                                 gHalb));
     zeilen.push_back(
         vergleichen({"λ/2-Dipol (a = 10⁻⁵ λ): R (Ω)", 77.9, 1.558, fmt::sprintf("%.2f ± %.2f", 77.9, 1.558),
                      "%.2f", "nec2c, gegen a → 0 = 73,1 Ω geprüft"},
