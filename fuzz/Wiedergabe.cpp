@@ -21,7 +21,8 @@ int main(int argc, char** argv) {
         for (const auto& eintrag : std::filesystem::recursive_directory_iterator(wurzel)) {
             if (!eintrag.is_regular_file()) continue;
             std::ifstream datei(eintrag.path(), std::ios::binary);
-            std::vector<char> inhalt((std::istreambuf_iterator<char>(datei)), std::istreambuf_iterator<char>());
+            std::vector<char> inhalt((std::istreambuf_iterator<char>(datei)),
+                                     std::istreambuf_iterator<char>());
             LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(inhalt.data()), inhalt.size());
             ++anzahl;
         }

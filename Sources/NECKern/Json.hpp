@@ -9,7 +9,7 @@ namespace NECKern {
 
 // Fehler beim Lesen der gespeicherten (JSON-)Form eines Werts.
 class DatenFehler : public std::runtime_error {
-public:
+  public:
     explicit DatenFehler(const std::string& text) : std::runtime_error(text) {}
     const char* description() const noexcept { return what(); }
 };
@@ -17,12 +17,10 @@ public:
 namespace Json {
 
 // Ein Pflichtschlüssel: fehlt er oder passt sein Typ nicht, gibt es einen deutschen Satz.
-template <typename T>
-T pflicht(const nlohmann::ordered_json& j, const char* schluessel, const char* typ) {
+template <typename T> T pflicht(const nlohmann::ordered_json& j, const char* schluessel, const char* typ) {
     if (!j.is_object()) throw DatenFehler(std::string(typ) + ": gespeicherte Form ist kein JSON-Objekt.");
     auto it = j.find(schluessel);
-    if (it == j.end())
-        throw DatenFehler(std::string(typ) + ": der Schlüssel „" + schluessel + "“ fehlt.");
+    if (it == j.end()) throw DatenFehler(std::string(typ) + ": der Schlüssel „" + schluessel + "“ fehlt.");
     try {
         return it->template get<T>();
     } catch (const nlohmann::ordered_json::exception&) {

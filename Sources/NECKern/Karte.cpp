@@ -8,7 +8,8 @@
 
 namespace NECKern {
 
-Karte::Karte(std::string typ_, std::vector<std::string> ganz_, std::vector<std::string> reell_, std::string text_)
+Karte::Karte(std::string typ_, std::vector<std::string> ganz_, std::vector<std::string> reell_,
+             std::string text_)
     : typ(Unicode::gross(typ_)), ganz(std::move(ganz_)), reell(std::move(reell_)), text(std::move(text_)) {}
 
 Karte::Felder Karte::felder(std::string_view typ) {

@@ -19,7 +19,8 @@ struct Karte {
     std::string text;
 
     Karte() = default;
-    Karte(std::string typ, std::vector<std::string> ganz, std::vector<std::string> reell, std::string text = {});
+    Karte(std::string typ, std::vector<std::string> ganz, std::vector<std::string> reell,
+          std::string text = {});
 
     struct Felder {
         int ganz;

@@ -8,11 +8,15 @@ namespace NECKern {
 
 namespace {
 
-bool istLeer(char c) { return c == ' ' || c == '\t'; }
+bool istLeer(char c) {
+    return c == ' ' || c == '\t';
+}
 
 std::string_view trimmen(std::string_view s) {
-    while (!s.empty() && istLeer(s.front())) s.remove_prefix(1);
-    while (!s.empty() && istLeer(s.back())) s.remove_suffix(1);
+    while (!s.empty() && istLeer(s.front()))
+        s.remove_prefix(1);
+    while (!s.empty() && istLeer(s.back()))
+        s.remove_suffix(1);
     return s;
 }
 
@@ -29,8 +33,7 @@ std::size_t umbruchBei(std::string_view s, std::size_t pos) {
     return 0;
 }
 
-template <typename F>
-void zeilenDurchlaufen(std::string_view text, F&& f) {
+template <typename F> void zeilenDurchlaufen(std::string_view text, F&& f) {
     std::size_t anfang = 0;
     for (std::size_t pos = 0; pos < text.size();) {
         auto n = umbruchBei(text, pos);
@@ -51,7 +54,9 @@ struct Kopf {
     std::size_t bytes = 0;
 };
 
-bool ascii(char c) { return static_cast<unsigned char>(c) < 0x80; }
+bool ascii(char c) {
+    return static_cast<unsigned char>(c) < 0x80;
+}
 
 Kopf kopfLesen(std::string_view zeile) {
     if (zeile.size() >= 2 && ascii(zeile[0]) && ascii(zeile[1]) && (zeile.size() == 2 || ascii(zeile[2])))
@@ -63,10 +68,11 @@ Kopf kopfLesen(std::string_view zeile) {
     return {zeile.substr(0, a), zeile.substr(a, b), a + b};
 }
 
-std::string_view vorApostroph(std::string_view s) { return s.substr(0, s.find('\'')); }
+std::string_view vorApostroph(std::string_view s) {
+    return s.substr(0, s.find('\''));
+}
 
-template <typename Trenner>
-std::vector<std::string> teilen(std::string_view s, Trenner istTrenner) {
+template <typename Trenner> std::vector<std::string> teilen(std::string_view s, Trenner istTrenner) {
     std::vector<std::string> teile;
     std::size_t anfang = 0;
     for (std::size_t i = 0; i <= s.size(); ++i) {
@@ -91,10 +97,12 @@ void symboleLesen(std::string_view rest, std::vector<Variable>& variablen) {
 Karte karteLesen(std::string typ, std::string_view rest) {
     auto felder = teilen(vorApostroph(rest), [](char c) { return c == ' ' || c == ',' || c == '\t'; });
     auto anzahlGanz = std::min<std::size_t>(static_cast<std::size_t>(Karte::felder(typ).ganz), felder.size());
-    std::vector<std::string> ganz(std::make_move_iterator(felder.begin()),
-                                  std::make_move_iterator(felder.begin() + static_cast<std::ptrdiff_t>(anzahlGanz)));
-    std::vector<std::string> reell(std::make_move_iterator(felder.begin() + static_cast<std::ptrdiff_t>(anzahlGanz)),
-                                   std::make_move_iterator(felder.end()));
+    std::vector<std::string> ganz(
+        std::make_move_iterator(felder.begin()),
+        std::make_move_iterator(felder.begin() + static_cast<std::ptrdiff_t>(anzahlGanz)));
+    std::vector<std::string> reell(
+        std::make_move_iterator(felder.begin() + static_cast<std::ptrdiff_t>(anzahlGanz)),
+        std::make_move_iterator(felder.end()));
     return Karte(std::move(typ), std::move(ganz), std::move(reell));
 }
 
@@ -114,6 +122,8 @@ void zeileLesen(std::string_view roh, Modell& m) {
         return;
     }
     if (!Unicode::istBuchstabe(kopf.erstes) || !Unicode::istBuchstabe(kopf.zweites)) return;
+    // Ein Kopf, der in Grossschrift länger wird (ß → SS), wäre nach dem Schreiben ein anderer.
+    if (typ.size() != 2 && Unicode::laenge(typ) != 2) return;
     m.karten.push_back(karteLesen(std::move(typ), rest));
 }
 
@@ -128,8 +138,10 @@ void kartenzeileSchreiben(std::string& aus, const Karte& k) {
         else
             aus.push_back('0');
     };
-    for (int i = 0; i < felder.ganz; ++i) feld(k.ganz, i);
-    for (int i = 0; i < felder.reell; ++i) feld(k.reell, i);
+    for (int i = 0; i < felder.ganz; ++i)
+        feld(k.ganz, i);
+    for (int i = 0; i < felder.reell; ++i)
+        feld(k.reell, i);
     aus.push_back('\n');
 }
 
@@ -173,8 +185,9 @@ std::vector<std::string> Modell::kommentarZeilen(std::string_view text, int brei
     std::vector<std::string> zeilen;
     std::string zeile;
     std::size_t zeilenLaenge = 0;
+    // Tabs am Rand einer Zeile gingen beim Wiederlesen verloren; darum fallen sie gleich weg.
     auto ausgeben = [&] {
-        zeilen.push_back("CM " + zeile);
+        zeilen.push_back("CM " + std::string(trimmen(zeile)));
         zeile.clear();
         zeilenLaenge = 0;
     };
@@ -185,10 +198,12 @@ std::vector<std::string> Modell::kommentarZeilen(std::string_view text, int brei
             auto zeichen = Unicode::zeichen(wort);
             std::size_t i = 0;
             for (; zeichen.size() - i > b; i += b) {
-                for (std::size_t k = i; k < i + b; ++k) zeile += zeichen[k];
+                for (std::size_t k = i; k < i + b; ++k)
+                    zeile += zeichen[k];
                 ausgeben();
             }
-            for (; i < zeichen.size(); ++i) zeile += zeichen[i];
+            for (; i < zeichen.size(); ++i)
+                zeile += zeichen[i];
             zeilenLaenge = Unicode::laenge(zeile);
             continue;
         }

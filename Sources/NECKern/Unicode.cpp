@@ -12,49 +12,40 @@ namespace {
 
 constexpr char32_t ersatz = 0xFFFD;
 
-// Liest ein Codezeichen ab pos; bei ungültiger Folge U+FFFD und ein Byte weiter.
+// Liest ein Codezeichen ab pos. Eine ungültige Folge wird wie üblich als ein
+// U+FFFD je maximalem gültigem Anfangsstück gelesen.
 char32_t naechstes(std::string_view s, std::size_t& pos) {
     auto b0 = static_cast<unsigned char>(s[pos]);
-    if (b0 < 0x80) {
-        ++pos;
-        return b0;
-    }
+    ++pos;
+    if (b0 < 0x80) return b0;
     std::size_t n = 0;
     char32_t wert = 0;
-    char32_t minimum = 0;
-    if ((b0 & 0xE0) == 0xC0) {
+    unsigned char unten = 0x80, oben = 0xBF; // erlaubter Bereich des zweiten Bytes
+    if (b0 >= 0xC2 && b0 <= 0xDF) {
         n = 1;
         wert = b0 & 0x1F;
-        minimum = 0x80;
-    } else if ((b0 & 0xF0) == 0xE0) {
+    } else if (b0 >= 0xE0 && b0 <= 0xEF) {
         n = 2;
         wert = b0 & 0x0F;
-        minimum = 0x800;
-    } else if ((b0 & 0xF8) == 0xF0) {
+        if (b0 == 0xE0) unten = 0xA0;
+        if (b0 == 0xED) oben = 0x9F;
+    } else if (b0 >= 0xF0 && b0 <= 0xF4) {
         n = 3;
         wert = b0 & 0x07;
-        minimum = 0x10000;
+        if (b0 == 0xF0) unten = 0x90;
+        if (b0 == 0xF4) oben = 0x8F;
     } else {
-        ++pos;
         return ersatz;
     }
-    if (pos + n >= s.size()) {
-        ++pos;
-        return ersatz;
-    }
-    for (std::size_t k = 1; k <= n; ++k) {
-        auto b = static_cast<unsigned char>(s[pos + k]);
-        if ((b & 0xC0) != 0x80) {
-            ++pos;
-            return ersatz;
-        }
+    for (std::size_t k = 0; k < n; ++k) {
+        if (pos >= s.size()) return ersatz;
+        auto b = static_cast<unsigned char>(s[pos]);
+        auto lo = k == 0 ? unten : static_cast<unsigned char>(0x80);
+        auto hi = k == 0 ? oben : static_cast<unsigned char>(0xBF);
+        if (b < lo || b > hi) return ersatz;
         wert = (wert << 6) | (b & 0x3F);
-    }
-    if (wert < minimum || wert > 0x10FFFF || (wert >= 0xD800 && wert <= 0xDFFF)) {
         ++pos;
-        return ersatz;
     }
-    pos += n + 1;
     return wert;
 }
 
@@ -115,7 +106,8 @@ std::string reparieren(std::string_view text) {
     std::string ergebnis;
     ergebnis.reserve(text.size() + 8);
     std::size_t pos = 0;
-    while (pos < text.size()) anhaengen(ergebnis, naechstes(text, pos));
+    while (pos < text.size())
+        anhaengen(ergebnis, naechstes(text, pos));
     return ergebnis;
 }
 
@@ -123,14 +115,16 @@ std::u32string zuUtf32(std::string_view text) {
     std::u32string ergebnis;
     ergebnis.reserve(text.size());
     std::size_t pos = 0;
-    while (pos < text.size()) ergebnis.push_back(naechstes(text, pos));
+    while (pos < text.size())
+        ergebnis.push_back(naechstes(text, pos));
     return ergebnis;
 }
 
 std::string zuUtf8(std::u32string_view text) {
     std::string ergebnis;
     ergebnis.reserve(text.size());
-    for (char32_t c : text) anhaengen(ergebnis, c);
+    for (char32_t c : text)
+        anhaengen(ergebnis, c);
     return ergebnis;
 }
 
@@ -152,7 +146,8 @@ std::vector<std::string> zeichen(std::string_view text) {
     std::string gueltig = reparieren(text);
     UErrorCode status = U_ZERO_ERROR;
     UText* ut = utext_openUTF8(nullptr, gueltig.data(), static_cast<int64_t>(gueltig.size()), &status);
-    std::unique_ptr<icu::BreakIterator> it(icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
+    std::unique_ptr<icu::BreakIterator> it(
+        icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
     if (U_FAILURE(status) || !it) {
         utext_close(ut);
         std::size_t pos = 0;
@@ -166,7 +161,8 @@ std::vector<std::string> zeichen(std::string_view text) {
     it->setText(ut, status);
     int32_t anfang = it->first();
     for (int32_t ende = it->next(); ende != icu::BreakIterator::DONE; anfang = ende, ende = it->next())
-        ergebnis.emplace_back(gueltig.substr(static_cast<std::size_t>(anfang), static_cast<std::size_t>(ende - anfang)));
+        ergebnis.emplace_back(
+            gueltig.substr(static_cast<std::size_t>(anfang), static_cast<std::size_t>(ende - anfang)));
     utext_close(ut);
     return ergebnis;
 }
@@ -205,9 +201,13 @@ std::string klein(std::string_view text) {
     return ausIcu(u);
 }
 
-bool istBuchstabe(std::string_view z) { return !z.empty() && u_isalpha(static_cast<UChar32>(erstesZeichen(z))); }
+bool istBuchstabe(std::string_view z) {
+    return !z.empty() && u_isalpha(static_cast<UChar32>(erstesZeichen(z)));
+}
 
-bool istZiffer(std::string_view z) { return !z.empty() && u_isdigit(static_cast<UChar32>(erstesZeichen(z))); }
+bool istZiffer(std::string_view z) {
+    return !z.empty() && u_isdigit(static_cast<UChar32>(erstesZeichen(z)));
+}
 
 bool istZahlzeichen(std::string_view z) {
     if (z.empty()) return false;

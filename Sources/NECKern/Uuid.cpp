@@ -30,7 +30,8 @@ Uuid::Uuid() {
     auto& z = zufall();
     for (std::size_t i = 0; i < bytes_.size(); i += 8) {
         auto wert = z();
-        for (std::size_t k = 0; k < 8; ++k) bytes_[i + k] = static_cast<std::uint8_t>(wert >> (8 * k));
+        for (std::size_t k = 0; k < 8; ++k)
+            bytes_[i + k] = static_cast<std::uint8_t>(wert >> (8 * k));
     }
     bytes_[6] = static_cast<std::uint8_t>((bytes_[6] & 0x0F) | 0x40);
     bytes_[8] = static_cast<std::uint8_t>((bytes_[8] & 0x3F) | 0x80);
@@ -67,7 +68,9 @@ std::optional<Uuid> Uuid::ausText(std::string_view text) {
     return u;
 }
 
-void to_json(nlohmann::ordered_json& j, const Uuid& u) { j = u.text(); }
+void to_json(nlohmann::ordered_json& j, const Uuid& u) {
+    j = u.text();
+}
 
 void from_json(const nlohmann::ordered_json& j, Uuid& u) {
     if (!j.is_string()) throw DatenFehler("Eine Kennung (UUID) muss als Text gespeichert sein.");

@@ -11,14 +11,14 @@ namespace NECKern {
 
 // Zufällige Kennung (Version 4), als Text in der üblichen Grossschreibung.
 class Uuid {
-public:
+  public:
     Uuid(); // frisch und zufällig
     static std::optional<Uuid> ausText(std::string_view text);
     std::string text() const;
     bool operator==(const Uuid&) const = default;
     auto operator<=>(const Uuid&) const = default;
 
-private:
+  private:
     std::array<std::uint8_t, 16> bytes_{};
 };
 

@@ -6,7 +6,8 @@
 
 namespace NECKern {
 
-Variable::Variable(std::string name_, std::string ausdruck_) : name(std::move(name_)), ausdruck(std::move(ausdruck_)) {}
+Variable::Variable(std::string name_, std::string ausdruck_)
+    : name(std::move(name_)), ausdruck(std::move(ausdruck_)) {}
 
 void to_json(nlohmann::ordered_json& j, const Variable& v) {
     j = nlohmann::ordered_json::object();

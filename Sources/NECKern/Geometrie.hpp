@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// Geometrie-Umformungen am Rechendeck für Kerne, die nur gerade Drähte lesen
+// oder jedem Draht eine eigene Tag-Nummer abverlangen. Reiner Text zu Text,
+// nichts wirft; unvollständige Geometriekarten fallen weg.
+namespace NECKern::Geometrie {
+
+// Schutz gegen feindliche Decks (etwa GM mit 10^9 Kopien): Wer mehr Drähte
+// erzeugen oder mehr Drahtbearbeitungen verlangen würde, bekommt sein Deck
+// unverändert zurück. Kein Kern rechnet solche Grössen, und ein abgeschnittenes
+// Deck wäre ein stilles falsches Ergebnis.
+inline constexpr std::size_t maxDraehte = 200'000;
+inline constexpr std::size_t maxArbeit = 10'000'000;
+
+// Ersetzt den Geometrieteil durch GW-Zeilen: Bögen und Wendeln in gerade
+// Ein-Segment-Drähte zerlegt, GS, GM, GR und GX ausgeführt. Ohne Zeilenende am Schluss.
+std::string abflachen(std::string_view deck);
+
+// Gibt jeder GW-Zeile ihr eigenes Tag (1, 2, 3 … in Zeilenfolge) und führt die
+// Verweise von EX, LD, TL und NT auf dieselbe Stelle der neuen Drähte nach.
+std::string eindeutigeTags(std::string_view deck);
+
+// Die Teile, die vollständig als Zahl lesbar sind; die anderen fallen weg.
+std::vector<double> zahlen(const std::vector<std::string_view>& teile);
+
+} // namespace NECKern::Geometrie

@@ -1,0 +1,74 @@
+#include "NECKern/Rechengang.hpp"
+
+#include "NECKern/Ausdruck.hpp"
+#include "NECKern/Guetetest.hpp"
+#include "NECKern/Rechenkerne/Nec2cKern.hpp"
+
+#include <future>
+
+namespace NECKern::Rechengang {
+
+std::optional<double> gueteRechnen(const Modell& modell, const Rechenkern& kern, double mhz,
+                                   const std::vector<Segment>& segmente) {
+    try {
+        auto deck = Guetetest::deck(modell, mhz, segmente);
+        if (!deck) return std::nullopt;
+        auto ergebnis = kern.rechnen(*deck);
+        if (ergebnis.frequenzen.empty()) return std::nullopt;
+        return Guetetest::mittlererGewinn(ergebnis.frequenzen.front().diagramm);
+    } catch (const std::exception&) {
+        return std::nullopt; // der Gütetest scheitert still
+    }
+}
+
+namespace {
+
+std::optional<Urteile::Gegenprobe> gegenprobeRechnen(const std::string& deck, const KernZeiger& nec2c,
+                                                     std::size_t frequenzIndex) {
+    try {
+        return Urteile::gegenprobeAus(nec2c->rechnen(deck), frequenzIndex);
+    } catch (const std::exception&) {
+        return std::nullopt; // ohne nec2c keine Gegenprobe, aber auch keine Meldung
+    }
+}
+
+} // namespace
+
+Durchlauf rechnen(const Modell& modell, const KernZeiger& kern, std::size_t frequenzIndex, KernZeiger nec2c) {
+    Durchlauf d;
+    if (auto satz = Modellpruefung::vorpruefen(modell)) {
+        d.fehler = *satz;
+        d.vorpruefungGescheitert = true;
+        return d;
+    }
+    std::string deck;
+    try {
+        deck = modell.deck();
+        d.ergebnis = kern->rechnen(deck);
+    } catch (const std::exception& e) {
+        d.fehler = e.what();
+        return d;
+    }
+    const auto& ergebnis = *d.ergebnis;
+    if (ergebnis.frequenzen.empty()) {
+        d.fehler = Modellpruefung::necMeldung(ergebnis.warnungen.empty() ? "keine Ausgabe"
+                                                                         : ergebnis.warnungen.front());
+        return d;
+    }
+
+    const auto& letzte = ergebnis.frequenzen.back();
+    d.befunde = Modellpruefung::pruefen(letzte.segmente, letzte.mhz);
+    auto boden = Modellpruefung::bodenPruefen(letzte.segmente, letzte.mitBoden);
+    d.befunde.insert(d.befunde.end(), boden.begin(), boden.end());
+
+    auto guete = std::async(std::launch::async,
+                            [&] { return gueteRechnen(modell, *kern, letzte.mhz, letzte.segmente); });
+    if (kern->kennung() != "nec2c") {
+        if (!nec2c) nec2c = std::make_shared<const Nec2cKern>();
+        d.gegenprobe = gegenprobeRechnen(deck, nec2c, frequenzIndex);
+    }
+    d.guete = guete.get();
+    return d;
+}
+
+} // namespace NECKern::Rechengang

@@ -1,0 +1,216 @@
+#include "NECKern/Modell.hpp"
+#include "NECKern/Unicode.hpp"
+
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <sstream>
+
+using namespace NECKern;
+using Liste = std::vector<std::string>;
+
+namespace {
+
+std::string datei(const std::string& name) {
+    std::ifstream ein(std::filesystem::path(WW_TESTDATEN) / "decks" / name, std::ios::binary);
+    std::stringstream s;
+    s << ein.rdbuf();
+    return s.str();
+}
+
+std::string wiederholt(const std::string& teil, int n) {
+    std::string s;
+    for (int i = 0; i < n; ++i)
+        s += teil;
+    return s;
+}
+
+} // namespace
+
+TEST(Deckdatei, FelderTrennenAnLeerzeichenKommasUndTabs) {
+    auto m = Modell::lesen("gw 1,11 0 0 -5, 0 0 5 .001\nFR\t0,,1 0 0\t14.2 0\n", "x");
+    ASSERT_EQ(m.karten.size(), 2u);
+    EXPECT_EQ(m.karten[0].typ, "GW");
+    EXPECT_EQ(m.karten[0].ganz, (Liste{"1", "11"}));
+    EXPECT_EQ(m.karten[0].reell, (Liste{"0", "0", "-5", "0", "0", "5", ".001"}));
+    EXPECT_EQ(m.karten[1].ganz, (Liste{"0", "1", "0", "0"}));
+    EXPECT_EQ(m.karten[1].reell, (Liste{"14.2", "0"}));
+    // Ein Dezimalkomma sind zwei Felder.
+    EXPECT_EQ(Modell::lesen("KH 0,5", "x").karten[0].reell, (Liste{"0", "5"}));
+}
+
+TEST(Deckdatei, GanzzahlfelderNachKartentypUndRestReell) {
+    struct Fall {
+        const char* zeile;
+        Liste ganz, reell;
+    };
+    for (const auto& f : std::vector<Fall>{
+             {"GE 1 2 3", {"1"}, {"2", "3"}},
+             {"KH 0.1", {}, {"0.1"}},
+             {"EN 5", {}, {"5"}},
+             {"ZZ 1 2 3 4 5", {"1", "2", "3", "4"}, {"5"}},
+             {"GW 1", {"1"}, {}},
+             {"GW 1 2 -l/2-arm*cosd(w) x", {"1", "2"}, {"-l/2-arm*cosd(w)", "x"}},
+         }) {
+        auto m = Modell::lesen(f.zeile, "x");
+        ASSERT_EQ(m.karten.size(), 1u) << f.zeile;
+        EXPECT_EQ(m.karten[0].ganz, f.ganz) << f.zeile;
+        EXPECT_EQ(m.karten[0].reell, f.reell) << f.zeile;
+    }
+}
+
+TEST(Deckdatei, SymbolzeilenMitMehrerenZuweisungenUndNotiz) {
+    auto m = Modell::lesen("SY a = 2 , b=a*3 ' Notiz, c=9\nSY c\nSY =4\nsy d= \nSY e=1=2,,f =\t3\n", "x");
+    ASSERT_EQ(m.variablen.size(), 4u);
+    EXPECT_EQ(m.variablen[0].name, "a");
+    EXPECT_EQ(m.variablen[0].ausdruck, "2");
+    EXPECT_EQ(m.variablen[1].name, "b");
+    EXPECT_EQ(m.variablen[1].ausdruck, "a*3");
+    EXPECT_EQ(m.variablen[2].name, "e");
+    EXPECT_EQ(m.variablen[2].ausdruck, "1=2");
+    EXPECT_EQ(m.variablen[3].name, "f");
+    EXPECT_EQ(m.variablen[3].ausdruck, "3");
+    EXPECT_TRUE(m.karten.empty());
+}
+
+TEST(Deckdatei, ZeilenOhneKarteFallenWeg) {
+    auto m = Modell::lesen("CM\nCE\n12 GW 1\n'GW 1\nG\n  G1 2\nG \n\t\nEX 0 1 1 0 1 ' Notiz 2 3\n", "Datei");
+    EXPECT_EQ(m.kommentar, (Liste{""}));
+    ASSERT_EQ(m.karten.size(), 1u);
+    EXPECT_EQ(m.karten[0].ganz, (Liste{"0", "1", "1", "0"}));
+    EXPECT_EQ(m.karten[0].reell, (Liste{"1"}));
+    // Leerer erster Kommentar: der übergebene Name gilt.
+    EXPECT_EQ(m.name, "Datei");
+}
+
+TEST(Deckdatei, NameAusDemErstenKommentar) {
+    EXPECT_EQ(Modell::lesen("CM Dipol\nCM zweiter\n", "datei.nec").name, "Dipol");
+    EXPECT_EQ(Modell::lesen("GW 1 1 0 0 0 0 0 1 1\n", "datei.nec").name, "datei.nec");
+    EXPECT_EQ(Modell::lesen("CM \nCM Dipol\n", "datei.nec").name, "datei.nec");
+    auto ohne = Modell::lesen("", "Leer");
+    EXPECT_EQ(ohne.name, "Leer");
+    EXPECT_EQ(ohne.z0, 50.0);
+    EXPECT_EQ(ohne.schreiben(), "CM Leer\nCE\n");
+}
+
+TEST(Deckdatei, AlleUnicodeZeilenumbruecheTrennen) {
+    for (const char* umbruch : {"\n", "\r", "\r\n", "\v", "\f", "\xC2\x85", "\xE2\x80\xA8", "\xE2\x80\xA9"}) {
+        auto text = std::string("CM a") + umbruch + "GE 0" + umbruch + "EN";
+        auto m = Modell::lesen(text, "x");
+        EXPECT_EQ(m.kommentar, (Liste{"a"})) << umbruch;
+        EXPECT_EQ(m.karten.size(), 2u) << umbruch;
+    }
+}
+
+TEST(Deckdatei, SchreibenFuelltAufUndSchneidetAb) {
+    Modell m;
+    m.name = "Test";
+    m.variablen.emplace_back("l", "10");
+    m.karten.emplace_back("GW", Liste{"1", "11"}, Liste{"0", "0", "-l/2", "0", "0", "l/2", "1mm", "8", "9"});
+    m.karten.emplace_back("GW", Liste{"2"}, Liste{"1", "", "3", "4", "5"});
+    m.karten.emplace_back("CM", Liste{}, Liste{});
+    m.karten.emplace_back("EN", Liste{"1"}, Liste{});
+    EXPECT_EQ(m.schreiben(), "CM Test\nCE\nSY l=10\n"
+                             "GW 1 11 0 0 -l/2 0 0 l/2 1mm\n"
+                             "GW 2 0 1 0 3 4 5 0 0\n"
+                             "EN\n");
+}
+
+TEST(Kommentar, UmbruchNachBreiteInZeichen) {
+    EXPECT_EQ(Modell::kommentarZeilen("", 70), (Liste{"CM "}));
+    EXPECT_EQ(Modell::kommentarZeilen("  a   b  ", 70), (Liste{"CM a b"}));
+    EXPECT_EQ(Modell::kommentarZeilen("aaa bbb ccc", 7), (Liste{"CM aaa bbb", "CM ccc"}));
+    auto lang = Modell::kommentarZeilen(std::string(200, 'x'), 70);
+    ASSERT_EQ(lang.size(), 3u);
+    EXPECT_EQ(lang[0], "CM " + std::string(70, 'x'));
+    EXPECT_EQ(lang[2], "CM " + std::string(60, 'x'));
+    // Ein langes Wort nach kurzem: erst die Zeile ausgeben, dann zerlegen.
+    EXPECT_EQ(Modell::kommentarZeilen("ab " + std::string(9, 'y') + " c", 4),
+              (Liste{"CM ab", "CM yyyy", "CM yyyy", "CM y c"}));
+}
+
+TEST(Kommentar, ZaehltSichtbareZeichenNichtBytesOderCodepunkte) {
+    // 200 × e mit kombinierendem Akut: 200 Zeichen, 400 Codepunkte, 600 Bytes.
+    auto e = wiederholt("e\xCC\x81", 200);
+    auto zeilen = Modell::kommentarZeilen(e, 70);
+    ASSERT_EQ(zeilen.size(), 3u);
+    EXPECT_EQ(zeilen[0], "CM " + wiederholt("e\xCC\x81", 70));
+    EXPECT_EQ(zeilen[2], "CM " + wiederholt("e\xCC\x81", 60));
+    // Umlaute und λ zählen je einmal.
+    EXPECT_EQ(Modell::kommentarZeilen(wiederholt("ä", 70) + " λ", 71).size(), 2u);
+    EXPECT_EQ(Modell::kommentarZeilen(wiederholt("ä", 69) + " λ", 71).size(), 1u);
+}
+
+TEST(Deckdatei, UngueltigesUtf8WirdRepariert) {
+    auto m = Modell::lesen(std::string("CM H\xC3he \xFF\nGW 1 2 \xE2\x82 3\n", 22), "x");
+    ASSERT_EQ(m.kommentar.size(), 1u);
+    EXPECT_EQ(m.kommentar[0], "H\xEF\xBF\xBDhe \xEF\xBF\xBD");
+    EXPECT_TRUE(Unicode::istGueltig(m.schreiben()));
+    EXPECT_EQ(m.karten.at(0).reell, (Liste{"\xEF\xBF\xBD", "3"}));
+}
+
+TEST(Deckdatei, UmlautKopfUndKombinierteZeichen) {
+    // Nur zwei Buchstaben machen eine Karte, auch jenseits von ASCII.
+    auto m = Modell::lesen("äb 1 2\nGẄ 1\nG\xCC\x81W 3\n1A 2\n", "x");
+    ASSERT_EQ(m.karten.size(), 3u);
+    EXPECT_EQ(m.karten[0].typ, "ÄB");
+    EXPECT_EQ(m.karten[1].typ, "GẄ");
+    EXPECT_EQ(m.karten[2].typ, "G\xCC\x81W");
+    EXPECT_TRUE(Modell::lesen("ßx 1\n", "x").karten.empty());
+}
+
+TEST(Kommentar, TabsAmZeilenrandFallenWeg) {
+    // Sonst wäre Schreiben nach erneutem Lesen kein Fixpunkt.
+    EXPECT_EQ(Modell::kommentarZeilen("ab\t cd", 3), (Liste{"CM ab", "CM cd"}));
+    EXPECT_EQ(Modell::kommentarZeilen("a \tb", 70), (Liste{"CM a \tb"}));
+}
+
+class Rundreise : public ::testing::TestWithParam<const char*> {};
+
+TEST_P(Rundreise, VariablenUndKartenBleibenErhalten) {
+    auto original = Modell::lesen(datei(GetParam()), GetParam());
+    ASSERT_FALSE(original.karten.empty());
+    auto geschrieben = original.schreiben();
+    auto wieder = Modell::lesen(geschrieben, "anders");
+    EXPECT_EQ(wieder.name, original.name);
+    ASSERT_EQ(wieder.variablen.size(), original.variablen.size());
+    for (std::size_t i = 0; i < wieder.variablen.size(); ++i) {
+        EXPECT_EQ(wieder.variablen[i].name, original.variablen[i].name);
+        EXPECT_EQ(wieder.variablen[i].ausdruck, original.variablen[i].ausdruck);
+    }
+    ASSERT_EQ(wieder.karten.size(), original.karten.size());
+    for (std::size_t i = 0; i < wieder.karten.size(); ++i) {
+        const auto& a = original.karten[i];
+        const auto& b = wieder.karten[i];
+        auto f = Karte::felder(a.typ);
+        EXPECT_EQ(b.typ, a.typ);
+        for (int k = 0; k < f.ganz; ++k)
+            EXPECT_EQ(b.ganz.at(k), k < static_cast<int>(a.ganz.size()) ? a.ganz[k] : "0") << a.typ;
+        for (int k = 0; k < f.reell; ++k)
+            EXPECT_EQ(b.reell.at(k), k < static_cast<int>(a.reell.size()) ? a.reell[k] : "0") << a.typ;
+    }
+    EXPECT_EQ(wieder.schreiben(), geschrieben);
+}
+
+INSTANTIATE_TEST_SUITE_P(Decks, Rundreise,
+                         ::testing::Values("yagi_formeln.nec", "bogen_crlf.nec", "spalten.nec"));
+
+TEST(Deckdatei, RealistischeDecksGelesen) {
+    auto yagi = Modell::lesen(datei("yagi_formeln.nec"), "yagi.nec");
+    EXPECT_EQ(yagi.name, "3-Element-Yagi für 20 m, Höhe über Grund: h");
+    EXPECT_EQ(yagi.kommentar.at(1), "Länge λ/2 – Reflektor etwas länger");
+    ASSERT_EQ(yagi.variablen.size(), 6u);
+    EXPECT_EQ(yagi.variablen[1].ausdruck, "c0/f");
+    EXPECT_EQ(yagi.variablen[5].name, "h");
+    EXPECT_EQ(yagi.karten.at(0).reell.back(), "15mm");
+
+    auto bogen = Modell::lesen(datei("bogen_crlf.nec"), "bogen.nec");
+    EXPECT_EQ(bogen.kommentar.at(1), "Test: Tabs\tund CRLF");
+    ASSERT_EQ(bogen.karten.size(), 10u);
+    EXPECT_EQ(bogen.karten[0].reell, (Liste{"r", "0", "180", "0.001"}));
+    EXPECT_EQ(bogen.karten[4].ganz, (Liste{"100", "110"}));
+
+    auto spalten = Modell::lesen(datei("spalten.nec"), "spalten.nec");
+    EXPECT_EQ(spalten.karten.at(0).reell.at(6), "1.00000E-03");
+    EXPECT_EQ(spalten.karten.at(2).reell, (Liste{"5.80000E+07"}));
+}

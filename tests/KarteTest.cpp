@@ -1,0 +1,127 @@
+#include "NECKern/Json.hpp"
+#include "NECKern/Modell.hpp"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+using namespace NECKern;
+using nlohmann::ordered_json;
+
+TEST(Karte, TypWirdGrossGespeichertUndJedeKarteHatEigeneKennung) {
+    Karte a("ex", {"0"}, {}), b("gw", {}, {});
+    EXPECT_EQ(a.typ, "EX");
+    EXPECT_EQ(b.typ, "GW");
+    EXPECT_NE(a.id, b.id);
+    EXPECT_EQ(a.text, "");
+}
+
+TEST(Karte, FelderJeTyp) {
+    struct Fall {
+        const char* typ;
+        int ganz, reell;
+    };
+    for (auto f : std::initializer_list<Fall>{{"GW", 2, 7},
+                                              {"GA", 2, 4},
+                                              {"GH", 2, 8},
+                                              {"GS", 2, 1},
+                                              {"GM", 2, 7},
+                                              {"GR", 2, 0},
+                                              {"GE", 1, 0},
+                                              {"LD", 4, 3},
+                                              {"FR", 4, 2},
+                                              {"EK", 1, 0},
+                                              {"KH", 0, 1},
+                                              {"XQ", 1, 0},
+                                              {"PT", 4, 0},
+                                              {"EN", 0, 0},
+                                              // Unbekannte, CM und CE und Kleinschreibung: Vorgabe 4 und 6
+                                              {"CE", 4, 6},
+                                              {"CM", 4, 6},
+                                              {"ZZ", 4, 6},
+                                              {"gw", 4, 6}}) {
+        EXPECT_EQ(Karte::felder(f.typ), (Karte::Felder{f.ganz, f.reell})) << f.typ;
+    }
+}
+
+TEST(Karte, BeschreibungKenntVierundzwanzigTypen) {
+    const auto& b = Karte::beschreibung();
+    EXPECT_EQ(b.size(), 24u);
+    EXPECT_EQ(b.at("GH"), "Wendel (Helix)");
+    EXPECT_EQ(b.at("GM"), "Verschieben/Drehen/Kopieren");
+    EXPECT_EQ(b.at("CM"), "Kommentar");
+    EXPECT_EQ(b.count("CE"), 0u);
+}
+
+TEST(Modell, VorgabenSindNeueAntenneOhneInhaltMitFuenfzigOhm) {
+    Modell m;
+    EXPECT_EQ(m.name, "Neue Antenne");
+    EXPECT_TRUE(m.kommentar.empty() && m.variablen.empty() && m.karten.empty());
+    EXPECT_EQ(m.z0, 50.0);
+    Variable v("l", "c0/f/4");
+    EXPECT_FALSE(v.optimieren);
+    EXPECT_FALSE(v.minimum.has_value());
+    EXPECT_FALSE(v.maximum.has_value());
+}
+
+TEST(Gespeichert, SchluesselInDerFestenReihenfolge) {
+    Modell m;
+    m.variablen.emplace_back("a", "1");
+    m.karten.emplace_back("GW", std::vector<std::string>{"1"}, std::vector<std::string>{"a"}, "Notiz");
+    ordered_json j = m;
+    std::vector<std::string> schluessel;
+    for (auto& [k, _] : j.items())
+        schluessel.push_back(k);
+    EXPECT_EQ(schluessel, (std::vector<std::string>{"name", "kommentar", "variablen", "karten", "z0"}));
+    schluessel.clear();
+    for (auto& [k, _] : j["karten"][0].items())
+        schluessel.push_back(k);
+    EXPECT_EQ(schluessel, (std::vector<std::string>{"id", "typ", "ganz", "reell", "text"}));
+    EXPECT_EQ(j["variablen"][0].contains("minimum"), false);
+}
+
+TEST(Gespeichert, HinUndZurueckGleich) {
+    Modell m;
+    m.name = "Höhe λ";
+    m.kommentar = {"eins", ""};
+    Variable v("l", "c0/f");
+    v.optimieren = true;
+    v.minimum = 1.5;
+    m.variablen.push_back(v);
+    m.karten.emplace_back("EX", std::vector<std::string>{"0", "1"}, std::vector<std::string>{}, "Text");
+    m.z0 = 75;
+    ordered_json j = m;
+    EXPECT_EQ(ordered_json::parse(j.dump()).get<Modell>(), m);
+}
+
+TEST(Gespeichert, VariableOhneGrenzenUndKarteOhneText) {
+    auto v =
+        ordered_json::parse(
+            R"({"id":"0F8B2C7E-1111-4A2B-8C3D-1234567890AB","name":"a","ausdruck":"1","optimieren":true})")
+            .get<Variable>();
+    EXPECT_FALSE(v.minimum || v.maximum);
+    EXPECT_TRUE(v.optimieren);
+    EXPECT_EQ(v.id.text(), "0F8B2C7E-1111-4A2B-8C3D-1234567890AB");
+
+    auto ohneText = ordered_json::parse(
+        R"({"id":"0F8B2C7E-1111-4A2B-8C3D-1234567890AB","typ":"GW","ganz":[],"reell":[]})");
+    try {
+        (void)ohneText.get<Karte>();
+        FAIL() << "Karte ohne text wurde gelesen";
+    } catch (const DatenFehler& e) {
+        EXPECT_STREQ(e.what(), "Karte: der Schlüssel „text“ fehlt.");
+    }
+    auto falscheId = ordered_json::parse(R"({"id":"kaputt","typ":"GW","ganz":[],"reell":[],"text":""})");
+    EXPECT_THROW((void)falscheId.get<Karte>(), DatenFehler);
+}
+
+TEST(Uuid, VersionVierInGrossschreibung) {
+    Uuid a, b;
+    auto t = a.text();
+    ASSERT_EQ(t.size(), 36u);
+    EXPECT_EQ(t[14], '4');
+    EXPECT_NE(std::string("89AB").find(t[19]), std::string::npos);
+    EXPECT_EQ(t.find_first_of("abcdef"), std::string::npos);
+    EXPECT_NE(a, b);
+    EXPECT_EQ(Uuid::ausText(t), a);
+    EXPECT_EQ(Uuid::ausText("zu kurz"), std::nullopt);
+}

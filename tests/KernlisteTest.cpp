@@ -1,0 +1,142 @@
+#include "NECKern/Rechenkerne/Kernliste.hpp"
+#include "NECKern/Rechenkerne/ExternerKern.hpp"
+#include "NECKern/Rechenkerne/Nec2cKern.hpp"
+
+#include "Nec2cVergleich.hpp"
+#include "TestHilfen.hpp"
+
+#include <gtest/gtest.h>
+
+using namespace NECKern;
+using TestHilfen::PrivaterTemp;
+namespace fs = std::filesystem;
+
+namespace {
+
+// Setzt eine Umgebungsvariable für die Dauer eines Tests (nullptr: entfernt sie).
+class Umgebung {
+  public:
+    Umgebung(const char* name, const char* wert) : name_(name) {
+        if (const char* alt = std::getenv(name)) alt_ = alt;
+        if (wert)
+            ::setenv(name, wert, 1);
+        else
+            ::unsetenv(name);
+    }
+    ~Umgebung() {
+        if (alt_)
+            ::setenv(name_, alt_->c_str(), 1);
+        else
+            ::unsetenv(name_);
+    }
+    Umgebung(const Umgebung&) = delete;
+    Umgebung& operator=(const Umgebung&) = delete;
+
+  private:
+    const char* name_;
+    std::optional<std::string> alt_;
+};
+
+const ExternerKern& extern_(const KernZeiger& k) {
+    auto e = dynamic_cast<const ExternerKern*>(k.get());
+    if (!e) throw std::logic_error(k->kennung() + " ist kein externer Kern");
+    return *e;
+}
+
+} // namespace
+
+TEST(Kernliste, KernordnerFolgtXdgSonstDemHeimordner) {
+    {
+        Umgebung xdg("XDG_DATA_HOME", "/daten/x");
+        EXPECT_EQ(Kernliste::kernordner(), fs::path("/daten/x/Wellenwerk/Kerne"));
+    }
+    Umgebung heim("HOME", "/heim/anna");
+    for (const char* xdg : {static_cast<const char*>(nullptr), "", "relativ/daten"}) {
+        Umgebung u("XDG_DATA_HOME", xdg);
+        EXPECT_EQ(Kernliste::kernordner(), fs::path("/heim/anna/.local/share/Wellenwerk/Kerne"));
+    }
+}
+
+TEST(Kernliste, FuenfKerneInFesterFolgeMitSchalternAusDerKennung) {
+    auto kerne = Kernliste::kerneFinden("/k", std::nullopt);
+    ASSERT_EQ(kerne.size(), 5u);
+    EXPECT_EQ(kerne[0]->kennung(), "nec2c");
+    EXPECT_NE(dynamic_cast<const Nec2cKern*>(kerne[0].get()), nullptr);
+
+    struct Erwartet {
+        const char* kennung;
+        const char* name;
+        bool helix, tags, feldkarten;
+    };
+    const Erwartet erwartet[] = {
+        {"zirkon", "zirkon B-Spline (NEC-2-Format)", true, false, true},
+        {"zirkon5", "zirkon B-Spline (Format wie NEC-5)", true, true, false},
+        {"zirkon-klinge", "zirkon Klinge (Näherung an das NEC-5-Verfahren)", true, true, false},
+        {"arcanum", "Arcanum (CMoM, exakter Kern)", false, false, false},
+    };
+    for (std::size_t i = 0; i < 4; ++i) {
+        const auto& e = erwartet[i];
+        const auto& k = extern_(kerne[i + 1]);
+        EXPECT_EQ(k.kennung(), e.kennung);
+        EXPECT_EQ(k.name(), e.name);
+        EXPECT_EQ(k.programm(), fs::path("/k") / e.kennung);
+        EXPECT_EQ(k.argumente(), (std::vector<std::string>{"{ein}", "{aus}"}));
+        EXPECT_EQ(k.helixAufloesen(), e.helix) << e.kennung;
+        EXPECT_EQ(k.eindeutigeTags(), e.tags) << e.kennung;
+        EXPECT_EQ(k.feldkartenEinzeln(), e.feldkarten) << e.kennung;
+        EXPECT_FALSE(k.verfuegbar());
+    }
+}
+
+TEST(Kernliste, MitgebrachteLaufzeitTreibtNurDieZirkonKerne) {
+    auto kerne = Kernliste::kerneFinden("/k", fs::path("/app/zirkon"));
+    const std::pair<const char*, const char*> befehle[] = {
+        {"zirkon", "zirkon-nec2c"}, {"zirkon5", "zirkon-nec5"}, {"zirkon-klinge", "zirkon-nec5-klinge-2p"}};
+    for (std::size_t i = 0; i < 3; ++i) {
+        const auto& k = extern_(kerne[i + 1]);
+        EXPECT_EQ(k.kennung(), befehle[i].first);
+        EXPECT_EQ(k.programm(), fs::path("/app/zirkon/python/bin/python3.12"));
+        EXPECT_EQ(k.argumente(), (std::vector<std::string>{"-I", "-B", "/app/zirkon/zirkon_starten.py",
+                                                           befehle[i].second, "{ein}", "{aus}"}));
+    }
+    EXPECT_EQ(extern_(kerne[4]).programm(), fs::path("/k/arcanum"));
+    // ww-tests bringt keine Laufzeit mit.
+    EXPECT_FALSE(Kernliste::zirkonEingebettet().has_value());
+}
+
+TEST(Kernliste, WahlNimmtDenErstenVerfuegbarenSonstNec2c) {
+    PrivaterTemp temp;
+    auto huelle = fs::path(WW_HILFEN_ORDNER) / "nec2cHuelle";
+    auto da = std::make_shared<const ExternerKern>("zirkon", "da", "", huelle, std::vector<std::string>{},
+                                                   false, false, false);
+    auto auchDa = std::make_shared<const ExternerKern>("zirkon", "auch da", "", huelle,
+                                                       std::vector<std::string>{}, false, false, false);
+    auto fehlt = std::make_shared<const ExternerKern>("zirkon", "fehlt", "", temp.ordner() / "fehlt",
+                                                      std::vector<std::string>{}, false, false, false);
+    std::vector<KernZeiger> kerne{fehlt, da, auchDa};
+    EXPECT_EQ(Kernliste::waehlen(kerne, "zirkon"), da);
+    EXPECT_EQ(Kernliste::waehlen(kerne, "arcanum")->kennung(), "nec2c");
+    EXPECT_EQ(Kernliste::waehlen({fehlt}, "zirkon")->kennung(), "nec2c");
+    EXPECT_EQ(Kernliste::waehlen({}, "nec2c")->kennung(), "nec2c");
+}
+
+TEST(Kernliste, KerneAusDemKernordnerRechnenWieNec2c) {
+    PrivaterTemp temp;
+    Umgebung xdg("XDG_DATA_HOME", temp.ordner().c_str());
+    auto ordner = temp.ordner() / "Wellenwerk" / "Kerne";
+    fs::create_directories(ordner);
+    for (auto kennung : {"zirkon", "zirkon5", "zirkon-klinge", "arcanum"})
+        fs::create_symlink(fs::path(WW_HILFEN_ORDNER) / "nec2cHuelle", ordner / kennung);
+
+    std::string deck =
+        "CM Wendel mit Zuleitung\nCE\nGW 1 3 0 0 -0.6 0 0 0 0.002\nGW 2 1 0 0 0 0.15 0 0 0.002\n"
+        "GH 3 40 0.2 1.2 0.15 0.15 0.15 0.15 0.002 0\nGE 0\nLD 0 3 10 20 10 0 0\n"
+        "EX 0 1 2 0 1 0\nFR 0 1 0 0 60 0\nNE 0 1 1 2 0.5 0 0 0 0 0.5\nRP 0 3 2 1000 0 0 45 90\nEN\n";
+    auto direkt = Nec2cKern(TestHilfen::nec2c).rechnen(deck);
+    auto kerne = Kernliste::kerneFinden();
+    for (std::size_t i = 1; i < kerne.size(); ++i) {
+        SCOPED_TRACE(kerne[i]->kennung());
+        EXPECT_EQ(Kernliste::waehlen(kerne, kerne[i]->kennung()), kerne[i]);
+        TestHilfen::erwarteWieNec2c(kerne[i]->rechnen(deck), direkt);
+    }
+}
