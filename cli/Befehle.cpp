@@ -20,6 +20,8 @@ void anmelden(CLI::App& app) {
     beispielAnmelden(app);
     deckAnmelden(app);
     rechnenAnmelden(app);
+    feldAnmelden(app);
+    selbsttestAnmelden(app);
 }
 
 } // namespace Befehle

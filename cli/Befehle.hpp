@@ -36,5 +36,7 @@ void anmelden(CLI::App& app);
 void beispielAnmelden(CLI::App& app);
 void deckAnmelden(CLI::App& app);
 void rechnenAnmelden(CLI::App& app);
+void feldAnmelden(CLI::App& app);
+void selbsttestAnmelden(CLI::App& app);
 
 } // namespace Befehle
