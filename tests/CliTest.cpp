@@ -62,7 +62,9 @@ TEST_F(Cli, JsonHatFesteSchluessel) {
     ASSERT_EQ(a.status, 0) << a.fehler;
     const auto j = nlohmann::ordered_json::parse(a.aus);
     EXPECT_EQ(schluessel(j), (std::vector<std::string>{"modell", "kern", "dauer", "fehler", "warnungen", "befunde",
-                                                       "frequenzen"}));
+                                                       "guete", "gegenprobe", "frequenzen"}));
+    EXPECT_NEAR(j["guete"].get<double>(), 1.0, 0.02);
+    EXPECT_TRUE(j["gegenprobe"].is_null());
     EXPECT_EQ(j["modell"], "3-Element-Yagi 20 m");
     EXPECT_EQ(j["kern"], "nec2c");
     EXPECT_TRUE(j["fehler"].is_null());
@@ -122,7 +124,9 @@ TEST_F(Cli, ScheiternMitDeutschemSatz) {
         {{"rechnen"},
          2,
          "Bitte genau ein Modell angeben: eine Deckdatei, „-“ für die Standardeingabe oder --beispiel TEXT.\n"},
-        {{"rechnen", "--kern", "zirkon", "--beispiel", "Yagi"}, 2, "Unbekannter Kern „zirkon“. Verfügbar: nec2c.\n"},
+        {{"rechnen", "--kern", "gibtsnicht", "--beispiel", "Yagi"},
+         2,
+         "Unbekannter Kern „gibtsnicht“. Bekannt sind: nec2c, zirkon, zirkon5, zirkon-klinge, arcanum.\n"},
     };
     for (const auto& [argumente, status, fehler] : faelle) {
         const auto a = cli(argumente);
