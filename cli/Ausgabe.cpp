@@ -56,7 +56,7 @@ nlohmann::ordered_json frequenzJson(const NECKern::FrequenzErgebnis& f, double z
 std::string frequenzText(const NECKern::FrequenzErgebnis& f, double z0) {
     std::string text = fmt::sprintf("%.4f MHz\n", f.mhz);
     auto zeile = [&](const std::string& was, const std::string& inhalt) {
-        text += fmt::format("  {:<22}{}\n", was + ":", inhalt);
+        text += fmt::format("  {:<24}{}\n", was + ":", inhalt);
     };
     zeile("Impedanz", impedanz(f.impedanz));
     zeile(fmt::sprintf("SWR (%.0f Ω)", z0), swr(f.swr(z0)));

@@ -22,7 +22,7 @@ struct Aufruf {
 // wellenwerk-cli über den Prozessstarter; die Standardausgabe fängt das
 // Hilfsprogramm „umleiten“ in einer Datei auf.
 class Cli : public testing::Test {
-protected:
+  protected:
     Aufruf cli(std::vector<std::string> argumente, const std::string& eingabe = {}) {
         const auto ausgabe = ordner_.pfad() / "aus.txt";
         std::vector<std::string> voll;
@@ -37,7 +37,8 @@ protected:
 
     static std::vector<std::string> schluessel(const nlohmann::ordered_json& j) {
         std::vector<std::string> namen;
-        for (const auto& [k, v] : j.items()) namen.push_back(k);
+        for (const auto& [k, v] : j.items())
+            namen.push_back(k);
         return namen;
     }
 
@@ -51,7 +52,7 @@ TEST_F(Cli, RechnetEinBeispielUndZeigtDieKennzahlen) {
     EXPECT_EQ(a.status, 0) << a.fehler;
     EXPECT_EQ(a.fehler, "");
     EXPECT_THAT(a.aus, testing::StartsWith("Modell: 3-Element-Yagi 20 m\nKern: NEC-2 (nec2c), "));
-    EXPECT_THAT(a.aus, testing::HasSubstr("\n14.1500 MHz\n  Impedanz:             "));
+    EXPECT_THAT(a.aus, testing::HasSubstr("\n14.1500 MHz\n  Impedanz:               "));
     EXPECT_THAT(a.aus, testing::ContainsRegex("SWR \\(50 Ω\\): +[0-9]+\\.[0-9][0-9]\n"));
     EXPECT_THAT(a.aus, testing::ContainsRegex("Max\\. Gewinn: +[0-9]+\\.[0-9][0-9] dBi\n"));
     EXPECT_THAT(a.aus, testing::HasSubstr("  Wirkungsgrad:"));
@@ -61,8 +62,8 @@ TEST_F(Cli, JsonHatFesteSchluessel) {
     const auto a = cli({"rechnen", "--beispiel", "yagi", "--json"});
     ASSERT_EQ(a.status, 0) << a.fehler;
     const auto j = nlohmann::ordered_json::parse(a.aus);
-    EXPECT_EQ(schluessel(j), (std::vector<std::string>{"modell", "kern", "dauer", "fehler", "warnungen", "befunde",
-                                                       "frequenzen"}));
+    EXPECT_EQ(schluessel(j), (std::vector<std::string>{"modell", "kern", "dauer", "fehler", "warnungen",
+                                                       "befunde", "frequenzen"}));
     EXPECT_EQ(j["modell"], "3-Element-Yagi 20 m");
     EXPECT_EQ(j["kern"], "nec2c");
     EXPECT_TRUE(j["fehler"].is_null());
@@ -70,8 +71,8 @@ TEST_F(Cli, JsonHatFesteSchluessel) {
     ASSERT_EQ(j["frequenzen"].size(), 1u);
     const auto& f = j["frequenzen"][0];
     EXPECT_EQ(schluessel(f), (std::vector<std::string>{"mhz", "impedanz", "swr", "gewinn", "vorRueck",
-                                                       "leistungEingang", "leistungAbgestrahlt", "wirkungsgrad",
-                                                       "segmente", "stroemeGeliefert"}));
+                                                       "leistungEingang", "leistungAbgestrahlt",
+                                                       "wirkungsgrad", "segmente", "stroemeGeliefert"}));
     EXPECT_EQ(f["mhz"], 14.15);
     EXPECT_TRUE(f["impedanz"]["re"].is_number());
     EXPECT_TRUE(f["gewinn"].is_number());
@@ -99,7 +100,8 @@ TEST_F(Cli, BeispieleAuflistenUndAusgeben) {
     const auto liste = cli({"beispiel"});
     EXPECT_EQ(liste.status, 0);
     std::string namen;
-    for (const auto& b : Beispiele::alle()) namen += b.name + "\n";
+    for (const auto& b : Beispiele::alle())
+        namen += b.name + "\n";
     EXPECT_EQ(liste.aus, namen);
 
     // Auch „Λ“ findet „λ“: die Suche schreibt klein nach Unicode.
@@ -121,8 +123,11 @@ TEST_F(Cli, ScheiternMitDeutschemSatz) {
         {{"rechnen", "--beispiel", "Rhombus"}, 1, "Kein eingebautes Beispiel enthält „Rhombus“ im Namen.\n"},
         {{"rechnen"},
          2,
-         "Bitte genau ein Modell angeben: eine Deckdatei, „-“ für die Standardeingabe oder --beispiel TEXT.\n"},
-        {{"rechnen", "--kern", "zirkon", "--beispiel", "Yagi"}, 2, "Unbekannter Kern „zirkon“. Verfügbar: nec2c.\n"},
+         "Bitte genau ein Modell angeben: eine Deckdatei, „-“ für die Standardeingabe oder --beispiel "
+         "TEXT.\n"},
+        {{"rechnen", "--kern", "nec3", "--beispiel", "Yagi"},
+         2,
+         "Unbekannter Kern „nec3“. Bekannt: nec2c, zirkon, zirkon5, zirkon-klinge, arcanum.\n"},
     };
     for (const auto& [argumente, status, fehler] : faelle) {
         const auto a = cli(argumente);
@@ -132,8 +137,11 @@ TEST_F(Cli, ScheiternMitDeutschemSatz) {
 }
 
 TEST_F(Cli, FalscherAufrufEndetMitZwei) {
-    for (const auto& argumente : std::vector<std::vector<std::string>>{
-             {}, {"zaubern"}, {"rechnen", "--unbekannt"}, {"rechnen", "--json", "--ergebnis", "--beispiel", "Yagi"}}) {
+    for (const auto& argumente :
+         std::vector<std::vector<std::string>>{{},
+                                               {"zaubern"},
+                                               {"rechnen", "--unbekannt"},
+                                               {"rechnen", "--json", "--ergebnis", "--beispiel", "Yagi"}}) {
         const auto a = cli(argumente);
         EXPECT_EQ(a.status, 2);
         EXPECT_THAT(a.fehler, testing::StartsWith("Falscher Aufruf: "));
@@ -144,7 +152,8 @@ TEST_F(Cli, JsonMeldetAuchDenFehlschlag) {
     const auto a = cli({"rechnen", "--json", "/gibt/es/nicht.nec"});
     EXPECT_EQ(a.status, 1);
     const auto j = nlohmann::ordered_json::parse(a.aus);
-    EXPECT_EQ(j["fehler"], "Die Datei „/gibt/es/nicht.nec“ konnte nicht gelesen werden: No such file or directory.");
+    EXPECT_EQ(j["fehler"],
+              "Die Datei „/gibt/es/nicht.nec“ konnte nicht gelesen werden: No such file or directory.");
     EXPECT_TRUE(j["modell"].is_null());
     EXPECT_TRUE(j["frequenzen"].empty());
 }
