@@ -550,7 +550,7 @@ TEST(NeueKarte, OhneDrahtTagEinsUndSpeisungAufTagEins) {
 
 namespace {
 
-// Die Festlegungen wörtlich, quadratisch, als Massstab.
+// Beide Prüfungen wörtlich über alle Paare, quadratisch, als Massstab.
 double abstandRef(const Punkt3& a, const Punkt3& b) {
     const double dx = a[0] - b[0], dy = a[1] - b[1], dz = a[2] - b[2];
     return std::sqrt(dx * dx + dy * dy + dz * dz);

@@ -1,13 +1,15 @@
 // Prüfungen über Paare von Segmenten: Längensprung an Verbindungen und Drahtenden,
 // die auf einem anderen Draht liegen, ohne dort verbunden zu sein.
 //
-// Beide sind als Vergleich aller Paare festgelegt; gerechnet wird über ein Raster
-// (Raster.hpp), das kein Paar in Reichweite verliert. Die Reichweiten unten sind
-// so gewählt, dass jedes Paar, das der Vergleich selbst (derselbe
-// Gleitkommaausdruck wie in der Festlegung) als nah erkennt, sich im Raster
-// berührt: |dx| ≤ Abstand bis auf Rundung, dazu ein relativer Zuschlag von 1e-6
-// und eine Untergrenze gegen Unterlauf. Alles, was das Raster nicht fassen kann
-// (nicht endliche Werte, riesige Quader), wird ohne Raster geprüft.
+// Gemeint ist jeweils der Vergleich aller Paare; gerechnet wird über ein Raster
+// (Raster.hpp), das kein Paar in Reichweite verliert, und entschieden wird mit
+// genau demselben Gleitkommaausdruck wie beim Vergleich aller Paare. Die
+// Reichweiten sind so gewählt, dass jedes Paar, das dieser Ausdruck als nah
+// erkennt, sich im Raster berührt: |dx| ≤ Abstand bis auf Rundung, dazu ein
+// relativer Zuschlag von 1e-6 und eine Untergrenze gegen Unterlauf von dx².
+// Was das Raster nicht fassen kann (nicht endliche Werte, riesige Quader), wird
+// ohne Raster gegen alle geprüft. Wo die Reihenfolge zählt (erstes Segment eines
+// freien Endes), gehen die Segmente in Listenfolge durch.
 #include "NECKern/Modellpruefung.hpp"
 #include "NECKern/Raster.hpp"
 
