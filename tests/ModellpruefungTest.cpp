@@ -1,6 +1,7 @@
 #include "NECKern/Modellpruefung.hpp"
 #include "NECKern/Json.hpp"
 
+#include <clocale>
 #include <cmath>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -366,6 +367,15 @@ TEST(Pruefen, ReihenfolgeDerBefundeUndZahlenMitPunkt) {
          "besser gleich lang."},
     };
     EXPECT_EQ(MP::pruefen(s, einMeter), erwartet);
+}
+
+TEST(Pruefen, ZahlenMitPunktAuchUnterDeutschemGebietsschema) {
+    const std::vector<Segment> s{segment(1, 1, {0, 0, 0}, 0.0625, 0)};
+    if (std::setlocale(LC_ALL, "de_DE.UTF-8") == nullptr) GTEST_SKIP() << "Umgebung de_DE.UTF-8 fehlt";
+    const auto b = MP::pruefen(s, einMeter);
+    std::setlocale(LC_ALL, "C");
+    ASSERT_EQ(b.size(), 1u);
+    EXPECT_EQ(b[0].text, "Längstes Segment 0.062 λ – für genaue Impedanzen unter 0,05 λ bleiben.");
 }
 
 TEST(Pruefen, LaengensprungAnDerToleranzgrenze) {
