@@ -20,6 +20,7 @@ void anmelden(CLI::App& app) {
     beispielAnmelden(app);
     deckAnmelden(app);
     rechnenAnmelden(app);
+    pruefenAnmelden(app);
 }
 
 } // namespace Befehle

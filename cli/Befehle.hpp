@@ -36,5 +36,6 @@ void anmelden(CLI::App& app);
 void beispielAnmelden(CLI::App& app);
 void deckAnmelden(CLI::App& app);
 void rechnenAnmelden(CLI::App& app);
+void pruefenAnmelden(CLI::App& app);
 
 } // namespace Befehle
