@@ -56,13 +56,17 @@ std::vector<Segment> drahtgitter() {
 
 void Befunde(benchmark::State& zustand) {
     const auto segmente = drahtgitter();
+    std::size_t anzahl = 0;
     for (auto _ : zustand) {
         auto befunde = NECKern::Modellpruefung::pruefen(segmente, 14.2);
         auto boden = NECKern::Modellpruefung::bodenPruefen(segmente, true);
+        anzahl = befunde.size() + boden.size();
         benchmark::DoNotOptimize(befunde);
         benchmark::DoNotOptimize(boden);
     }
     zustand.counters["Segmente"] = static_cast<double>(segmente.size());
+    // Erwartet drei: kürzestes Segment, Längensprung 25, die zehn frei endenden Drähte.
+    zustand.counters["Befunde"] = static_cast<double>(anzahl);
 }
 
 void Laengensprung(benchmark::State& zustand) {

@@ -22,6 +22,7 @@ void anmelden(CLI::App& app) {
     rechnenAnmelden(app);
     feldAnmelden(app);
     selbsttestAnmelden(app);
+    pruefenAnmelden(app);
 }
 
 } // namespace Befehle

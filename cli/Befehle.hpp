@@ -38,5 +38,6 @@ void deckAnmelden(CLI::App& app);
 void rechnenAnmelden(CLI::App& app);
 void feldAnmelden(CLI::App& app);
 void selbsttestAnmelden(CLI::App& app);
+void pruefenAnmelden(CLI::App& app);
 
 } // namespace Befehle

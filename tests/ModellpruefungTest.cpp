@@ -1,6 +1,7 @@
 #include "NECKern/Modellpruefung.hpp"
 #include "NECKern/Json.hpp"
 
+#include <clocale>
 #include <cmath>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -368,6 +369,15 @@ TEST(Pruefen, ReihenfolgeDerBefundeUndZahlenMitPunkt) {
     EXPECT_EQ(MP::pruefen(s, einMeter), erwartet);
 }
 
+TEST(Pruefen, ZahlenMitPunktAuchUnterDeutschemGebietsschema) {
+    const std::vector<Segment> s{segment(1, 1, {0, 0, 0}, 0.0625, 0)};
+    if (std::setlocale(LC_ALL, "de_DE.UTF-8") == nullptr) GTEST_SKIP() << "Umgebung de_DE.UTF-8 fehlt";
+    const auto b = MP::pruefen(s, einMeter);
+    std::setlocale(LC_ALL, "C");
+    ASSERT_EQ(b.size(), 1u);
+    EXPECT_EQ(b[0].text, "Längstes Segment 0.062 λ – für genaue Impedanzen unter 0,05 λ bleiben.");
+}
+
 TEST(Pruefen, LaengensprungAnDerToleranzgrenze) {
     // Kurzes Segment von -100 bis 0 (t = 0,01 · 100 = 1 genau), langes ab x = mitte - 300.
     const auto sprung = [](double mitteLang) {
@@ -550,7 +560,7 @@ TEST(NeueKarte, OhneDrahtTagEinsUndSpeisungAufTagEins) {
 
 namespace {
 
-// Die Festlegungen wörtlich, quadratisch, als Massstab.
+// Beide Prüfungen wörtlich über alle Paare, quadratisch, als Massstab.
 double abstandRef(const Punkt3& a, const Punkt3& b) {
     const double dx = a[0] - b[0], dy = a[1] - b[1], dz = a[2] - b[2];
     return std::sqrt(dx * dx + dy * dy + dz * dz);

@@ -1,13 +1,15 @@
 // Prüfungen über Paare von Segmenten: Längensprung an Verbindungen und Drahtenden,
 // die auf einem anderen Draht liegen, ohne dort verbunden zu sein.
 //
-// Beide sind als Vergleich aller Paare festgelegt; gerechnet wird über ein Raster
-// (Raster.hpp), das kein Paar in Reichweite verliert. Die Reichweiten unten sind
-// so gewählt, dass jedes Paar, das der Vergleich selbst (derselbe
-// Gleitkommaausdruck wie in der Festlegung) als nah erkennt, sich im Raster
-// berührt: |dx| ≤ Abstand bis auf Rundung, dazu ein relativer Zuschlag von 1e-6
-// und eine Untergrenze gegen Unterlauf. Alles, was das Raster nicht fassen kann
-// (nicht endliche Werte, riesige Quader), wird ohne Raster geprüft.
+// Gemeint ist jeweils der Vergleich aller Paare; gerechnet wird über ein Raster
+// (Raster.hpp), das kein Paar in Reichweite verliert, und entschieden wird mit
+// genau demselben Gleitkommaausdruck wie beim Vergleich aller Paare. Die
+// Reichweiten sind so gewählt, dass jedes Paar, das dieser Ausdruck als nah
+// erkennt, sich im Raster berührt: |dx| ≤ Abstand bis auf Rundung, dazu ein
+// relativer Zuschlag von 1e-6 und eine Untergrenze gegen Unterlauf von dx².
+// Was das Raster nicht fassen kann (nicht endliche Werte, riesige Quader), wird
+// ohne Raster gegen alle geprüft. Wo die Reihenfolge zählt (erstes Segment eines
+// freien Endes), gehen die Segmente in Listenfolge durch.
 #include "NECKern/Modellpruefung.hpp"
 #include "NECKern/Raster.hpp"
 
@@ -77,19 +79,14 @@ double sprungReichweite(const Segment& s) {
     return std::max(0.01 * s.laenge * zuschlag, mindestReichweite);
 }
 
-// Ein Ende kann nur dann etwas berühren, wenn es endlich ist und sein Segment
-// eine positive Länge hat (sonst ist t ≤ 0 oder NaN, oder der Abstand ∞/NaN).
-bool kannBeruehren(const Segment& s, const Punkt3& p) {
-    return s.laenge > 0 && endlich(p);
+// Nur Segmente positiver Länge berühren etwas (sonst ist t ≤ 0 oder NaN), und nur
+// mit endlichen Enden (sonst ist der Abstand ∞ oder NaN). Eine unendliche Länge
+// macht beide Enden unendlich.
+bool kannBeruehren(const Segment& s) {
+    return s.laenge > 0 && std::isfinite(s.laenge);
 }
 
-// Enden nach Stufen ihrer Reichweite r ∈ [2^k, 2^(k+1)), je Stufe ein Raster mit
-// Zellen von 8·2^k: eine Abfrage trifft höchstens zwei Zellen je Achse, und lange
-// Segmente machen die Zellen der kurzen nicht voll.
-struct Stufenraster {
-    int stufe;
-    Raster raster;
-};
+constexpr std::size_t keine = static_cast<std::size_t>(-1);
 
 } // namespace
 
@@ -98,25 +95,30 @@ double laengenSprung(std::span<const Segment> s) {
     const auto punkt = [&](std::size_t ende) -> const Punkt3& {
         return ende % 2 == 0 ? enden[ende / 2].first : enden[ende / 2].second;
     };
-    const auto stufeVon = [&](std::size_t i) { return std::ilogb(sprungReichweite(s[i])); };
 
+    // Enden nach Stufen ihrer Reichweite r ∈ [2^k, 2^(k+1)), je Stufe ein Raster mit
+    // Zellen von 8·2^k: eine Abfrage trifft höchstens zwei Zellen je Achse, und lange
+    // Segmente machen die Zellen der kurzen nicht voll.
     std::vector<int> stufen;
-    for (std::size_t e = 0; e < 2 * s.size(); ++e)
-        if (kannBeruehren(s[e / 2], punkt(e))) stufen.push_back(stufeVon(e / 2));
+    for (const auto& g : s)
+        if (kannBeruehren(g)) stufen.push_back(std::ilogb(sprungReichweite(g)));
     std::sort(stufen.begin(), stufen.end());
     stufen.erase(std::unique(stufen.begin(), stufen.end()), stufen.end());
-    std::vector<Stufenraster> raster;
+    std::vector<std::size_t> stufeVon(s.size(), keine); // Platz in stufen
+    for (std::size_t i = 0; i < s.size(); ++i)
+        if (kannBeruehren(s[i])) {
+            const int k = std::ilogb(sprungReichweite(s[i]));
+            stufeVon[i] =
+                static_cast<std::size_t>(std::lower_bound(stufen.begin(), stufen.end(), k) - stufen.begin());
+        }
+    std::vector<Raster> raster;
     for (int k : stufen)
-        raster.push_back({k, Raster(std::ldexp(8.0, k))});
-    const auto platz = [&](int k) {
-        return static_cast<std::size_t>(std::lower_bound(stufen.begin(), stufen.end(), k) - stufen.begin());
-    };
+        raster.emplace_back(std::ldexp(8.0, k));
     for (std::size_t e = 0; e < 2 * s.size(); ++e)
-        if (kannBeruehren(s[e / 2], punkt(e))) // ein endlicher Punkt passt immer in eine Zelle
-            raster[platz(stufeVon(e / 2))].raster.eintragen(static_cast<std::uint32_t>(e), punkt(e),
-                                                            punkt(e));
+        if (stufeVon[e / 2] != keine && endlich(punkt(e))) // ein endlicher Punkt passt immer in eine Zelle
+            raster[stufeVon[e / 2]].eintragen(static_cast<std::uint32_t>(e), punkt(e), punkt(e));
     for (auto& r : raster)
-        r.raster.fertig();
+        r.fertig();
 
     // Berühren und Verhältnis sind symmetrisch (fl(x − y) = −fl(y − x)), also genügt
     // jedes ungeordnete Paar einmal. Gesucht wird vom Segment mit der kleineren Stufe
@@ -125,18 +127,16 @@ double laengenSprung(std::span<const Segment> s) {
     std::vector<std::uint32_t> treffer;
     for (std::size_t e = 0; e < 2 * s.size(); ++e) {
         const std::size_t i = e / 2;
-        if (!kannBeruehren(s[i], punkt(e))) continue;
+        if (stufeVon[i] == keine || !endlich(punkt(e))) continue;
         const double r = sprungReichweite(s[i]);
-        const std::size_t eigene = platz(stufeVon(i));
-        for (std::size_t m = eigene; m < raster.size(); ++m) {
+        for (std::size_t m = stufeVon[i]; m < raster.size(); ++m) {
             const auto partner = [&](std::size_t j) {
-                return j != i && (m > eigene || j > i) && platz(stufeVon(j)) == m;
+                return stufeVon[j] == m && (m > stufeVon[i] || j > i);
             };
             treffer.clear();
-            if (raster[m].raster.abfragen(verschoben(punkt(e), -r), verschoben(punkt(e), r), treffer)) {
+            if (raster[m].abfragen(verschoben(punkt(e), -r), verschoben(punkt(e), r), treffer)) {
                 for (auto f : treffer)
-                    if (m > eigene || f / 2 > i)
-                        sprungNehmen(s[i], enden[i], s[f / 2], enden[f / 2], groesstes);
+                    if (partner(f / 2)) sprungNehmen(s[i], enden[i], s[f / 2], enden[f / 2], groesstes);
             } else {
                 for (std::size_t j = 0; j < s.size(); ++j)
                     if (partner(j)) sprungNehmen(s[i], enden[i], s[j], enden[j], groesstes);
@@ -237,12 +237,10 @@ bool segmentAbfragen(const Raster& raster, double zelle, const Segment& g, const
     return true;
 }
 
-constexpr std::size_t keines = static_cast<std::size_t>(-1);
-
-// Für jedes freie Ende das erste Segment in Listenfolge, auf dem es liegt (sonst keines).
+// Für jedes freie Ende das erste Segment in Listenfolge, auf dem es liegt (sonst keine).
 std::vector<std::size_t> ersteSegmente(std::span<const Segment> s, const std::vector<Enden>& enden,
                                        const std::vector<FreiesEnde>& frei) {
-    std::vector<std::size_t> erstes(frei.size(), keines);
+    std::vector<std::size_t> erstes(frei.size(), keine);
     const auto passt = [&](std::size_t f, std::size_t j) {
         return liegtAuf(s[frei[f].segment], frei[f].punkt, s[j], enden[j]);
     };
@@ -261,7 +259,7 @@ std::vector<std::size_t> ersteSegmente(std::span<const Segment> s, const std::ve
             imRaster.push_back(static_cast<std::uint32_t>(f));
             continue;
         }
-        for (std::size_t j = 0; j < s.size() && erstes[f] == keines; ++j)
+        for (std::size_t j = 0; j < s.size() && erstes[f] == keine; ++j)
             if (passt(f, j)) erstes[f] = j;
     }
     raster.fertig();
@@ -275,7 +273,7 @@ std::vector<std::size_t> ersteSegmente(std::span<const Segment> s, const std::ve
         treffer.clear();
         if (!segmentAbfragen(raster, zelle, s[j], enden[j], treffer)) treffer = imRaster;
         for (auto f : treffer)
-            if (erstes[f] == keines && passt(f, j)) {
+            if (erstes[f] == keine && passt(f, j)) {
                 erstes[f] = j;
                 --offen;
             }
@@ -294,7 +292,7 @@ std::vector<Befund> verbindungenPruefen(std::span<const Segment> s) {
     std::optional<std::pair<std::int64_t, std::int64_t>> erste; // Tag A, Tag B
     std::int64_t stellen = 0;
     for (std::size_t f = 0; f < frei.size(); ++f) {
-        if (erstes[f] == keines) continue;
+        if (erstes[f] == keine) continue;
         if (!erste) erste = {s[frei[f].segment].tag, s[erstes[f]].tag};
         ++stellen;
     }
