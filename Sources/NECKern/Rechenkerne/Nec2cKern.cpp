@@ -1,0 +1,100 @@
+#include "NECKern/Rechenkerne/Nec2cKern.hpp"
+
+#include "NECKern/NEC2Ausgabe.hpp"
+#include "NECKern/Rechenkerne/Ascii.hpp"
+#include "NECKern/Rechenkerne/Datei.hpp"
+#include "NECKern/Rechenkerne/Prozess.hpp"
+
+#include <chrono>
+#include <cstdlib>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace NECKern {
+
+namespace {
+
+constexpr double zeitlimit = 300.0;
+
+bool ausfuehrbar(const std::filesystem::path& pfad) {
+    struct stat info;
+    return ::stat(pfad.c_str(), &info) == 0 && S_ISREG(info.st_mode) && ::access(pfad.c_str(), X_OK) == 0;
+}
+
+std::optional<std::filesystem::path> nebenDemProgramm() {
+    std::error_code fehler;
+    const auto selbst = std::filesystem::read_symlink("/proc/self/exe", fehler);
+    if (fehler) return std::nullopt;
+    auto pfad = selbst.parent_path() / "nec2c";
+    if (ausfuehrbar(pfad)) return pfad;
+    return std::nullopt;
+}
+
+std::optional<std::filesystem::path> imQuellbaum() {
+    auto pfad = std::filesystem::path(WW_QUELLWURZEL) / "Kerne" / "bin" / "nec2c";
+    if (ausfuehrbar(pfad)) return pfad;
+    return std::nullopt;
+}
+
+// Wie die Shell, aber ohne sie: erste ausführbare Datei „nec2c“ in den
+// Ordnern von PATH. Leere Einträge (aktueller Ordner) zählen nicht.
+std::optional<std::filesystem::path> aufPath() {
+    const char* path = std::getenv("PATH");
+    if (!path) return std::nullopt;
+    std::string_view rest(path);
+    while (!rest.empty()) {
+        const auto ende = rest.find(':');
+        const auto ordner = rest.substr(0, ende);
+        rest = ende == std::string_view::npos ? std::string_view{} : rest.substr(ende + 1);
+        if (ordner.empty()) continue;
+        auto pfad = std::filesystem::path(ordner) / "nec2c";
+        if (ausfuehrbar(pfad)) return pfad;
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+Nec2cKern::Nec2cKern(std::optional<std::filesystem::path> programm)
+    : programm_(programm ? std::move(programm) : finden()) {}
+
+std::optional<std::filesystem::path> Nec2cKern::finden() {
+    if (auto p = nebenDemProgramm()) return p;
+    if (auto p = imQuellbaum()) return p;
+    return aufPath();
+}
+
+bool Nec2cKern::verfuegbar() const {
+    return programm_ && ausfuehrbar(*programm_);
+}
+
+NECErgebnis Nec2cKern::rechnen(std::string_view deck) const {
+    if (!verfuegbar()) throw KernFehler("nec2c nicht gefunden");
+    Prozess::Arbeitsordner ordner;
+    Datei::schreibenAtomar(ordner.pfad() / "a.nec", ascii(deck));
+    const auto start = std::chrono::steady_clock::now();
+    const auto ende =
+        Prozess::ausfuehren(*programm_, {"-i", "a.nec", "-o", "a.out"}, ordner.pfad(), zeitlimit);
+    const std::string bericht = Datei::lesenAscii(ordner.pfad() / "a.out");
+    const auto fehlerausgabe = Datei::trimmen(ende.fehlerausgabe);
+
+    if (ende.status != 0 && bericht.empty()) {
+        if (!fehlerausgabe.empty()) throw KernFehler("nec2c: " + std::string(fehlerausgabe));
+        throw KernFehler("nec2c: beendet mit " + std::to_string(ende.status) +
+                         ", ohne Bericht und ohne Fehlermeldung");
+    }
+    NECErgebnis ergebnis = NEC2Ausgabe::lesen(bericht);
+    if (ende.status != 0) {
+        // nec2c schreibt seine Gründe in den Bericht, nicht nach stderr: dann
+        // steht der Grund in dessen letzter Zeile.
+        const auto grund = fehlerausgabe.empty() ? Datei::letzteZeile(bericht) : fehlerausgabe;
+        auto warnung = "nec2c beendet mit " + std::to_string(ende.status);
+        if (!grund.empty()) warnung += ": " + std::string(grund);
+        ergebnis.warnungen.push_back(std::move(warnung));
+    }
+    ergebnis.kern = name();
+    ergebnis.dauer = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    return ergebnis;
+}
+
+} // namespace NECKern

@@ -1,0 +1,168 @@
+#include "NECKern/Rechenkerne/Nec2cKern.hpp"
+#include "NECKern/Rechenkerne/Ascii.hpp"
+
+#include "TestHilfen.hpp"
+
+#include <atomic>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <thread>
+
+using namespace NECKern;
+using TestHilfen::dateiLesen;
+using TestHilfen::falscherKernAls;
+using TestHilfen::PrivaterTemp;
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string deck(const std::string& name) {
+    return dateiLesen(fs::path(WW_TESTDATEN) / name);
+}
+
+const Nec2cKern echt(TestHilfen::nec2c);
+
+// Ein falscher Kern unter einem sprechenden Namen, ausserhalb des privaten TMPDIR.
+class MitFalschemKern : public testing::Test {
+  protected:
+    Nec2cKern als(const std::string& art) { return Nec2cKern(falscherKernAls(links_.ordner(), art)); }
+
+  private:
+    PrivaterTemp links_;
+};
+
+} // namespace
+
+TEST(Nec2cKern, TexteUndFinden) {
+    EXPECT_EQ(echt.kennung(), "nec2c");
+    EXPECT_EQ(echt.name(), "NEC-2 (nec2c)");
+    EXPECT_EQ(echt.beschreibung(), "Klassischer NEC-2-Kern, voll kompatibel, mit Bodenmodellen. Schnell.");
+    EXPECT_TRUE(echt.verfuegbar());
+    // Auf diesem Rechner liegt nec2c weder neben ww-tests noch im Quellbaum, aber auf PATH.
+    EXPECT_TRUE(Nec2cKern::finden().has_value());
+    EXPECT_TRUE(Nec2cKern().verfuegbar());
+}
+
+TEST(Nec2cKern, RechnetEinenDipolMitDemEchtenNec2c) {
+    PrivaterTemp temp;
+    const auto e = echt.rechnen(deck("dipol.nec"));
+    EXPECT_EQ(e.kern, "NEC-2 (nec2c)");
+    EXPECT_GT(e.dauer, 0);
+    EXPECT_LT(e.dauer, 60);
+    EXPECT_TRUE(e.warnungen.empty());
+    ASSERT_EQ(e.frequenzen.size(), 2u);
+    EXPECT_EQ(e.frequenzen[0].impedanz, (Komplex{68.003, -37.755}));
+    EXPECT_NEAR(*e.frequenzen[1].swr(50), 1.5565, 1e-4); // 69,941 − j17,266 Ω
+    EXPECT_TRUE(temp.eintraege().empty());
+}
+
+TEST(Nec2cKern, FehlendesProgrammMeldetSichVorJedemSchreiben) {
+    PrivaterTemp temp;
+    const Nec2cKern fehlt(temp.ordner() / "nec2c");
+    EXPECT_FALSE(fehlt.verfuegbar());
+    EXPECT_THAT([&] { fehlt.rechnen("EN\n"); }, testing::ThrowsMessage<KernFehler>("nec2c nicht gefunden"));
+    const Nec2cKern ordner(temp.ordner());
+    EXPECT_FALSE(ordner.verfuegbar());
+    EXPECT_TRUE(temp.eintraege().empty());
+}
+
+TEST(Nec2cKern, VerfuegbarWirdJedesMalNeuGeprueft) {
+    PrivaterTemp temp;
+    const auto pfad = temp.ordner() / "nec2c";
+    const Nec2cKern kern(pfad);
+    EXPECT_FALSE(kern.verfuegbar());
+    fs::copy_file(TestHilfen::nec2c, pfad);
+    EXPECT_TRUE(kern.verfuegbar());
+    fs::permissions(pfad, fs::perms::owner_read);
+    EXPECT_FALSE(kern.verfuegbar());
+}
+
+TEST(Nec2cKern, FehlerImBerichtWirdZurWarnung) {
+    PrivaterTemp temp;
+    const auto e = echt.rechnen(deck("falscheQuelle.nec"));
+    EXPECT_TRUE(e.frequenzen.empty());
+    EXPECT_EQ(e.warnungen, (std::vector<std::string>{"nec2c beendet mit 255: NO SEGMENT HAS AN ITAG OF 9"}));
+
+    const auto ohneGE = echt.rechnen("CE\nGW 1 21 0 -5 10 0 5 10 0.001\nEX 0 1 11 0 1 0\nEN\n");
+    ASSERT_EQ(ohneGE.warnungen.size(), 2u);
+    EXPECT_EQ(ohneGE.warnungen[0], "GEOMETRY DATA CARD ERROR");
+    EXPECT_THAT(ohneGE.warnungen[1], testing::StartsWith("nec2c beendet mit 255: EX   0     1   11.00000"));
+
+    const auto leer = echt.rechnen("");
+    EXPECT_EQ(leer.warnungen, (std::vector<std::string>{
+                                  "nec2c beendet mit 253: nec2c: Error reading input file - aborting"}));
+    EXPECT_TRUE(temp.eintraege().empty());
+}
+
+TEST_F(MitFalschemKern, AbbruchOhneBerichtWirft) {
+    PrivaterTemp temp;
+    EXPECT_THAT([&] { als("ohne3").rechnen("EN\n"); }, testing::ThrowsMessage<KernFehler>("nec2c: kaputt"));
+    EXPECT_THAT(
+        [&] { als("leer4").rechnen("EN\n"); },
+        testing::ThrowsMessage<KernFehler>("nec2c: beendet mit 4, ohne Bericht und ohne Fehlermeldung"));
+    EXPECT_THAT(
+        [&] { als("signal").rechnen("EN\n"); },
+        testing::ThrowsMessage<KernFehler>("nec2c: beendet mit 10, ohne Bericht und ohne Fehlermeldung"));
+    EXPECT_TRUE(temp.eintraege().empty());
+}
+
+TEST_F(MitFalschemKern, AbbruchMitBerichtIstEinErfolgMitWarnung) {
+    PrivaterTemp temp;
+    const auto e = als("bericht1").rechnen("EN\n");
+    ASSERT_EQ(e.frequenzen.size(), 1u);
+    EXPECT_EQ(e.frequenzen[0].leistungEingang, 0.01);
+    EXPECT_EQ(e.warnungen, (std::vector<std::string>{"nec2c beendet mit 1: Achtung"}));
+}
+
+TEST_F(MitFalschemKern, BerichtAusserhalbVonAsciiGiltAlsLeer) {
+    PrivaterTemp temp;
+    EXPECT_TRUE(als("muell").rechnen("EN\n").frequenzen.empty());
+}
+
+TEST_F(MitFalschemKern, DasDeckKommtAlsAsciiAn) {
+    PrivaterTemp temp;
+    const auto e = als("spiegel").rechnen(deck("lambdaUmlaut.nec"));
+    ASSERT_FALSE(e.warnungen.empty());
+    EXPECT_EQ(e.warnungen[0], "WARNING CM Dipol lambda/2 fur Arger  Groe O");
+}
+
+TEST(Ascii, UmschreibenEntfernenUndWeglassen) {
+    struct Fall {
+        const char* ein;
+        const char* aus;
+    };
+    const Fall faelle[] = {
+        {"GW 1 21 0 -5 10 0 5 10 0.001\n", "GW 1 21 0 -5 10 0 5 10 0.001\n"},
+        {"CM λ/4", "CM lambda/4"},
+        {"Ä ö ü é ñ", "A o u e n"},
+        {"Größe ß 20°C – ok", "Groe  20C  ok"},
+        {"Антенна", "Antenna"},
+        {"Λ μ", "L m"},
+        {"ungültig \xff\xfe!", "ungultig !"},
+    };
+    for (const auto& [ein, aus] : faelle)
+        EXPECT_EQ(ascii(ein), aus) << ein;
+}
+
+TEST(Nec2cKern, VieleLaeufeAusAchtThreads) {
+    PrivaterTemp temp;
+    const auto dipol = deck("dipol.nec");
+    const auto erwartet = echt.rechnen(dipol).frequenzen;
+    const KernZeiger kern = std::make_shared<const Nec2cKern>(TestHilfen::nec2c);
+    std::atomic<int> naechster = 0;
+    std::atomic<int> gleich = 0;
+    std::vector<std::thread> faeden;
+    for (int t = 0; t < 8; ++t)
+        faeden.emplace_back([&] {
+            while (naechster++ < 50) {
+                try {
+                    if (kern->rechnen(dipol).frequenzen == erwartet) ++gleich;
+                } catch (const KernFehler&) {
+                }
+            }
+        });
+    for (auto& f : faeden)
+        f.join();
+    EXPECT_EQ(gleich, 50);
+    EXPECT_TRUE(temp.eintraege().empty());
+}

@@ -1,0 +1,156 @@
+#include "NECKern/Rechenkerne/Prozess.hpp"
+#include "NECKern/Rechenkerne/KernFehler.hpp"
+
+#include "TestHilfen.hpp"
+
+#include <atomic>
+#include <chrono>
+#include <csignal>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <thread>
+
+using namespace NECKern;
+using TestHilfen::falscherKern;
+using TestHilfen::PrivaterTemp;
+namespace fs = std::filesystem;
+
+namespace {
+
+using Uhr = std::chrono::steady_clock;
+
+double sekundenSeit(Uhr::time_point start) {
+    return std::chrono::duration<double>(Uhr::now() - start).count();
+}
+
+Prozess::Ende falsch(const std::vector<std::string>& argumente, const fs::path& ordner,
+                     double zeitlimit = 30) {
+    return Prozess::ausfuehren(falscherKern, argumente, ordner, zeitlimit);
+}
+
+} // namespace
+
+TEST(Prozess, ArbeitsordnerSindNeuPrivatUndVerschieden) {
+    PrivaterTemp temp;
+    const auto a = Prozess::arbeitsordner();
+    const auto b = Prozess::arbeitsordner();
+    EXPECT_NE(a, b);
+    EXPECT_EQ(a.parent_path(), temp.ordner());
+    EXPECT_THAT(a.filename().string(), testing::MatchesRegex("nec-[0-9A-F]{8}"));
+    EXPECT_EQ(fs::status(a).permissions(), fs::perms::owner_all);
+}
+
+TEST(Prozess, ArbeitsordnerVerschwindetAufJedemWeg) {
+    PrivaterTemp temp;
+    {
+        Prozess::Arbeitsordner ordner;
+        fs::create_directories(ordner.pfad() / "tief" / "innen");
+        EXPECT_EQ(temp.eintraege().size(), 1u);
+    }
+    try {
+        Prozess::Arbeitsordner ordner;
+        falsch({"ende", "0"}, ordner.pfad());
+        throw std::runtime_error("raus");
+    } catch (const std::runtime_error&) {
+    }
+    EXPECT_TRUE(temp.eintraege().empty());
+}
+
+TEST(Prozess, ArbeitsordnerOhneTemporaeresVerzeichnisWirftDeutsch) {
+    PrivaterTemp temp;
+    ::setenv("TMPDIR", (temp.ordner() / "gibtsnicht").c_str(), 1);
+    EXPECT_THAT([] { Prozess::arbeitsordner(); }, testing::ThrowsMessage<KernFehler>(testing::StartsWith(
+                                                      "Das temporäre Verzeichnis ist nicht verfügbar: ")));
+}
+
+TEST(Prozess, ExitCodeUndFehlerausgabe) {
+    PrivaterTemp temp;
+    struct Fall {
+        std::vector<std::string> argumente;
+        int status;
+        std::string fehlerausgabe;
+    };
+    const Fall faelle[] = {
+        {{"ende", "0"}, 0, ""},
+        {{"ende", "3", "kaputt\n"}, 3, "kaputt\n"},
+        {{"ende", "255", "Gr\xfc\xdf"}, 255, "Gr\uFFFD\uFFFD"}, // ungültiges UTF-8 wird repariert
+        {{"signal"}, SIGUSR1, ""},
+    };
+    Prozess::Arbeitsordner ordner;
+    for (const auto& [argumente, status, text] : faelle) {
+        const auto ende = falsch(argumente, ordner.pfad());
+        EXPECT_EQ(ende.status, status) << argumente[0];
+        EXPECT_EQ(ende.fehlerausgabe, text) << argumente[0];
+    }
+}
+
+TEST(Prozess, LaeuftImOrdnerOhneFremdeDateideskriptoren) {
+    PrivaterTemp temp;
+    Prozess::Arbeitsordner ordner;
+    EXPECT_EQ(falsch({"ordner"}, ordner.pfad()).fehlerausgabe, fs::canonical(ordner.pfad()).string());
+    EXPECT_EQ(falsch({"offen"}, ordner.pfad()).fehlerausgabe, "0 1 2 ");
+}
+
+TEST(Prozess, VolleFehlerleitungHaeltDasProgrammNichtAn) {
+    PrivaterTemp temp;
+    Prozess::Arbeitsordner ordner;
+    const auto ende = falsch({"laut"}, ordner.pfad());
+    EXPECT_EQ(ende.status, 0);
+    EXPECT_EQ(ende.fehlerausgabe, std::string(1u << 20, 'x'));
+}
+
+TEST(Prozess, ZeitlimitBeendetEinHaengendesProgramm) {
+    PrivaterTemp temp;
+    Prozess::Arbeitsordner ordner;
+    const auto start = Uhr::now();
+    const auto ende = falsch({"haengen"}, ordner.pfad(), 1);
+    EXPECT_EQ(ende.status, SIGTERM);
+    EXPECT_GE(sekundenSeit(start), 0.9);
+    EXPECT_LT(sekundenSeit(start), 10);
+}
+
+TEST(Prozess, WerSigtermUebergehtBekommtSigkill) {
+    PrivaterTemp temp;
+    Prozess::Arbeitsordner ordner;
+    const auto ende = falsch({"stur"}, ordner.pfad(), 0.2);
+    EXPECT_EQ(ende.status, SIGKILL);
+}
+
+TEST(Prozess, StartfehlerWirftSofort) {
+    PrivaterTemp temp;
+    Prozess::Arbeitsordner ordner;
+    const auto fehlt = ordner.pfad() / "fehlt";
+    EXPECT_THAT(
+        [&] { Prozess::ausfuehren(fehlt, {}, ordner.pfad(), 300); },
+        testing::ThrowsMessage<KernFehler>("Das Programm „" + fehlt.string() +
+                                           "“ konnte nicht gestartet werden: No such file or directory."));
+
+    const auto nichtAusfuehrbar = ordner.pfad() / "text";
+    { std::ofstream(nichtAusfuehrbar) << "#!/bin/sh\n"; }
+    const auto start = Uhr::now();
+    EXPECT_THAT([&] { Prozess::ausfuehren(nichtAusfuehrbar, {}, ordner.pfad(), 300); },
+                testing::ThrowsMessage<KernFehler>("Das Programm „" + nichtAusfuehrbar.string() +
+                                                   "“ konnte nicht gestartet werden: Permission denied."));
+    // Keine PATH-Suche: ein blosser Name ist kein Programm.
+    EXPECT_THROW(Prozess::ausfuehren("nec2c", {}, ordner.pfad(), 300), KernFehler);
+    EXPECT_LT(sekundenSeit(start), 5);
+}
+
+TEST(Prozess, VieleLaeufeZugleich) {
+    PrivaterTemp temp;
+    std::vector<std::thread> faeden;
+    std::atomic<int> richtig = 0;
+    for (int i = 0; i < 8; ++i)
+        faeden.emplace_back([&, i] {
+            for (int k = 0; k < 10; ++k) {
+                Prozess::Arbeitsordner ordner;
+                const auto ende =
+                    falsch({"ende", std::to_string(i + k), std::to_string(i * k)}, ordner.pfad());
+                if (ende.status == i + k && ende.fehlerausgabe == std::to_string(i * k)) ++richtig;
+            }
+        });
+    for (auto& f : faeden)
+        f.join();
+    EXPECT_EQ(richtig, 80);
+    EXPECT_TRUE(temp.eintraege().empty());
+}

@@ -1,0 +1,86 @@
+#pragma once
+
+// Gemeinsames für Tests, die Programme starten: ein privates temporäres
+// Verzeichnis (TMPDIR) und nec2c-Berichte zu Decks aus tests/daten.
+#include "NECKern/Ergebnis.hpp"
+#include "NECKern/Rechenkerne/Prozess.hpp"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <ostream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+// Lesbare Ausgabe in Fehlermeldungen von gtest.
+namespace NECKern {
+inline void PrintTo(const Komplex& k, std::ostream* os) { *os << "(" << k.re << ", " << k.im << ")"; }
+} // namespace NECKern
+
+namespace TestHilfen {
+
+namespace fs = std::filesystem;
+
+inline const fs::path nec2c = "/usr/bin/nec2c";
+inline const fs::path falscherKern = fs::path(WW_HILFEN_ORDNER) / "falscherKern";
+
+inline std::string dateiLesen(const fs::path& pfad) {
+    std::ifstream datei(pfad, std::ios::binary);
+    std::ostringstream inhalt;
+    inhalt << datei.rdbuf();
+    return inhalt.str();
+}
+
+// Lenkt TMPDIR für die Dauer eines Tests in einen eigenen Ordner, damit die
+// Arbeitsordner dieses Tests sich zählen lassen, ohne andere Läufe zu sehen.
+class PrivaterTemp {
+  public:
+    PrivaterTemp() {
+        std::string muster = (fs::temp_directory_path() / "ww-test-XXXXXX").string();
+        ordner_ = ::mkdtemp(muster.data());
+        if (const char* alt = std::getenv("TMPDIR")) alt_ = alt;
+        ::setenv("TMPDIR", ordner_.c_str(), 1);
+    }
+    ~PrivaterTemp() {
+        if (alt_)
+            ::setenv("TMPDIR", alt_->c_str(), 1);
+        else
+            ::unsetenv("TMPDIR");
+        std::error_code egal;
+        fs::remove_all(ordner_, egal);
+    }
+    PrivaterTemp(const PrivaterTemp&) = delete;
+    PrivaterTemp& operator=(const PrivaterTemp&) = delete;
+
+    const fs::path& ordner() const { return ordner_; }
+
+    std::vector<std::string> eintraege() const {
+        std::vector<std::string> namen;
+        for (const auto& e : fs::directory_iterator(ordner_))
+            namen.push_back(e.path().filename().string());
+        return namen;
+    }
+
+  private:
+    fs::path ordner_;
+    std::optional<std::string> alt_;
+};
+
+// Ein Link auf das falsche Löserprogramm; sein Name wählt, was es tut.
+inline fs::path falscherKernAls(const fs::path& ordner, const std::string& art) {
+    auto link = ordner / art;
+    fs::create_symlink(falscherKern, link);
+    return link;
+}
+
+// Der Bericht, den nec2c zu einem Deck aus tests/daten schreibt.
+inline std::string nec2cBericht(const std::string& deck) {
+    NECKern::Prozess::Arbeitsordner ordner;
+    fs::copy_file(fs::path(WW_TESTDATEN) / deck, ordner.pfad() / "a.nec");
+    NECKern::Prozess::ausfuehren(nec2c, {"-i", "a.nec", "-o", "a.out"}, ordner.pfad(), 60);
+    return dateiLesen(ordner.pfad() / "a.out");
+}
+
+} // namespace TestHilfen
