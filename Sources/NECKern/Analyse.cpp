@@ -73,7 +73,7 @@ void from_json(const ordered_json& j, Frequenzpunkt& p) {
     constexpr const char* typ = "Frequenzpunkt";
     auto mhz = j.is_object() ? j.find("mhz") : j.end();
     p.mhz = (mhz != j.end() && mhz->is_null()) ? std::numeric_limits<double>::quiet_NaN()
-                                                    : Json::pflicht<double>(j, "mhz", typ);
+                                               : Json::pflicht<double>(j, "mhz", typ);
     p.impedanz = Json::freiwillig<Komplex>(j, "impedanz", typ);
     p.swr = Json::freiwillig<double>(j, "swr", typ);
     p.gewinn = Json::freiwillig<double>(j, "gewinn", typ);

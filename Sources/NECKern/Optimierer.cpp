@@ -136,7 +136,8 @@ void from_json(const nlohmann::ordered_json& j, Ziel& z) {
 Optimierer::Optimierer(Modell modell_, KernZeiger kern_, std::vector<Ziel> ziele_)
     : Optimierer(std::move(modell_), std::move(kern_), std::move(ziele_), Einstellungen{}) {}
 
-Optimierer::Optimierer(Modell modell_, KernZeiger kern_, std::vector<Ziel> ziele_, Einstellungen einstellungen)
+Optimierer::Optimierer(Modell modell_, KernZeiger kern_, std::vector<Ziel> ziele_,
+                       Einstellungen einstellungen)
     : modell(std::move(modell_)), kern(std::move(kern_)), ziele(std::move(ziele_)),
       parallel_(einstellungen.parallel > 0 ? static_cast<std::size_t>(einstellungen.parallel)
                                            : std::max(1u, std::thread::hardware_concurrency())),

@@ -90,7 +90,7 @@ class Optimierer {
 
     std::size_t parallel_;
     bool vorausrechnen_;
-    std::vector<double> frequenzen_; // verschiedene endliche Zielfrequenzen
+    std::vector<double> frequenzen_;  // verschiedene endliche Zielfrequenzen
     std::vector<Modell> laufModelle_; // je Zielfrequenz: Modell mit genau dieser FR-Karte
     std::atomic<bool> abgebrochen_{false};
     mutable std::atomic<long> laeufe_{0};
