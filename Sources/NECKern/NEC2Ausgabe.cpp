@@ -95,12 +95,12 @@ template <typename F> void jedeZahl(std::string_view zeile, F&& f) {
 constexpr std::size_t maxSpalten = 12;
 using Reihe = std::array<double, maxSpalten>;
 
-// Liest höchstens maxSpalten Zahlen; Rückgabe: wie viele.
-std::size_t zahlenLesen(std::string_view zeile, Reihe& r) {
+// Liest höchstens `hoechstens` (≤ maxSpalten) Zahlen; Rückgabe: wie viele.
+std::size_t zahlenLesen(std::string_view zeile, Reihe& r, std::size_t hoechstens) {
     std::size_t anzahl = 0;
     jedeZahl(zeile, [&](double x) {
         r[anzahl++] = x;
-        return anzahl < maxSpalten;
+        return anzahl < hoechstens;
     });
     return anzahl;
 }
@@ -125,9 +125,11 @@ bool ganz(double x, std::int64_t& aus) {
 // Tabelle nach einem Titel: bis zur ersten Zeile, die mit einer Zahl beginnt,
 // überspringen; dann Zeilen nehmen, solange sie mit einer Zahl beginnen und
 // mindestens `minimum` Zahlen haben. Die erste andere Zeile bleibt ungelesen.
+// Gelesen werden nur so viele Zahlen, wie der Abschnitt braucht (`hoechstens`):
+// die Diagrammzeilen, der Grossteil eines Berichts, brauchen fünf von zwölf.
 // Dass auch Folgezeilen mit einer Zahl beginnen müssen, hält Zeilen wie
 // „DATA CARD No: 5 NE 0 1 1 2 …“ direkt unter dem Diagramm aus der Tabelle.
-template <typename F> void tabelle(Zeilen& zeilen, std::size_t minimum, F&& reihe) {
+template <typename F> void tabelle(Zeilen& zeilen, std::size_t minimum, std::size_t hoechstens, F&& reihe) {
     std::string_view zeile;
     std::size_t vorher;
     do {
@@ -136,7 +138,7 @@ template <typename F> void tabelle(Zeilen& zeilen, std::size_t minimum, F&& reih
     } while (!beginntMitZahl(zeile));
     for (;;) {
         Reihe r;
-        const std::size_t n = zahlenLesen(zeile, r);
+        const std::size_t n = zahlenLesen(zeile, r, hoechstens);
         if (n < minimum) break;
         reihe(r, n);
         vorher = zeilen.stelle();
@@ -229,7 +231,7 @@ class Leser {
     }
 
     void geometrie() {
-        tabelle(zeilen_, 12, [&](const Reihe& r, std::size_t) {
+        tabelle(zeilen_, 12, 12, [&](const Reihe& r, std::size_t) {
             Segment s;
             std::int64_t vorher, nachher;
             if (!ganz(r[0], s.nummer) || !ganz(r[8], vorher) || !ganz(r[10], nachher) || !ganz(r[11], s.tag))
@@ -248,7 +250,7 @@ class Leser {
     }
 
     void quellen() {
-        tabelle(zeilen_, 9, [&](const Reihe& r, std::size_t n) {
+        tabelle(zeilen_, 9, 12, [&](const Reihe& r, std::size_t n) {
             Quelle q;
             if (!offen_ || !ganz(r[0], q.tag) || !ganz(r[1], q.segment)) return;
             const std::size_t o = n < 12 ? 2 : 3;
@@ -261,9 +263,9 @@ class Leser {
     }
 
     void stroeme() {
-        if (!offen_) return tabelle(zeilen_, 10, [](const Reihe&, std::size_t) {});
+        if (!offen_) return tabelle(zeilen_, 10, 10, [](const Reihe&, std::size_t) {});
         const double lambda = offen_->mhz > 0 ? 299.792458 / offen_->mhz : 1.0;
-        tabelle(zeilen_, 10, [&](const Reihe& r, std::size_t) {
+        tabelle(zeilen_, 10, 10, [&](const Reihe& r, std::size_t) {
             std::int64_t nummer;
             if (!ganz(r[0], nummer)) return;
             Segment s;
@@ -284,7 +286,7 @@ class Leser {
     }
 
     void nahfeld(bool elektrisch) {
-        tabelle(zeilen_, 9, [&](const Reihe& r, std::size_t) {
+        tabelle(zeilen_, 9, 9, [&](const Reihe& r, std::size_t) {
             if (!offen_) return;
             Nahfeldpunkt p{r[0], r[1], r[2], {r[3], r[5], r[7]}, {r[4], r[6], r[8]}};
             (elektrisch ? offen_->nahfeldE : offen_->nahfeldH).push_back(std::move(p));
@@ -292,7 +294,7 @@ class Leser {
     }
 
     void diagramm() {
-        tabelle(zeilen_, 5, [&](const Reihe& r, std::size_t) {
+        tabelle(zeilen_, 5, 5, [&](const Reihe& r, std::size_t) {
             if (offen_) offen_->diagramm.push_back({r[0], r[1], r[2], r[3], r[4]});
         });
     }
