@@ -1,4 +1,5 @@
 #include "NECKern/Optimierer.hpp"
+#include "NECKern/Beispiele.hpp"
 #include "NECKern/Json.hpp"
 #include "NECKern/Rechenkerne/Nec2cKern.hpp"
 
@@ -264,17 +265,11 @@ TEST(Optimierer, UebernehmenSchreibtFuenfStellen) {
 // Der 20-m-Dipol wird mit dem echten nec2c auf Resonanz bei 14,175 MHz gezogen.
 TEST(Optimierer, StimmtDenDipolMitNec2cAufResonanzAb) {
     TestHilfen::PrivaterTemp temp;
-    Modell dipol;
-    dipol.name = "Halbwellendipol 20 m";
-    dipol.variablen = {variable("f", "14.175", false), variable("l", "10.25"), variable("h", "10", false),
-                       variable("rad", "1mm", false)};
-    dipol.karten = {Karte("GW", {"1", "21"}, {"0", "-l/2", "h", "0", "l/2", "h", "rad"}),
-                    Karte("GE", {"1"}, {}),
-                    Karte("GN", {"2", "0", "0", "0"}, {"13", "0.005"}),
-                    Karte("EX", {"0", "1", "11", "0"}, {"1", "0"}),
-                    Karte("FR", {"0", "1", "0", "0"}, {"f", "0"}),
-                    Karte("RP", {"0", "19", "73", "1000"}, {"0", "0", "5", "5"}),
-                    Karte("EN", {}, {})};
+    const auto& beispiel = Beispiele::alle().front();
+    ASSERT_EQ(beispiel.name, "Halbwellendipol 20 m");
+    Modell dipol = beispiel.modell();
+    ASSERT_EQ(dipol.variablen[1].name, "l");
+    dipol.variablen[1].optimieren = true;
     auto kern = std::make_shared<Nec2cKern>(TestHilfen::nec2c);
     Optimierer o(dipol, kern, {Ziel(Ziel::Art::resonanz, 14.175, 0)});
     auto werte = o.starten(60, {});
