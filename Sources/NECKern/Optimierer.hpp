@@ -65,10 +65,19 @@ class Optimierer {
     // Darf aus jedem Thread gerufen werden; die Suche endet vor ihrem nächsten Schritt.
     void abbrechen() { abgebrochen_ = true; }
 
-    // Kosten eines Punkts; Fehler von Deck und Kern werden geworfen.
+    // Kosten eines Punkts (Variablenname → Wert). Je verschiedener Zielfrequenz
+    // ein Kernlauf, alle parallel: das Deck verlangt mit einer FR-Karte genau diese
+    // Frequenz, ohne Nahfeldkarten und, wenn kein Ziel Gewinn oder Vor-Rück braucht,
+    // ohne RP-Karten. Der Kern meldet die Frequenz gerundet (nec2c: fünf Stellen);
+    // das Ergebnis eines Laufs gilt als bei genau seiner Zielfrequenz gerechnet.
+    // Liefert ein Lauf seine Frequenz nicht, zählen die Ziele dort wie ohne Impedanz
+    // und Diagramm. Fehler von Deck und Kern werden geworfen.
     double kosten(const Werte& werte) const;
 
     // Die Suche; meldet nach der Startbewertung (Schritt 0) und nach jedem Schritt.
+    // Ein Schritt: Reflexion r; ist r besser als die beste Ecke, gewinnt die bessere
+    // von Expansion und r; sonst wird r angenommen, wenn es besser als die
+    // zweitschlechteste Ecke ist; sonst Kontraktion, und scheitert sie, Schrumpfen.
     // Gibt den besten Punkt zurück. Wirft KernFehler ohne markierte Variable.
     Werte starten(int maxSchritte, const std::function<void(const Stand&)>& fortschritt);
 
