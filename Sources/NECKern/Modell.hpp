@@ -2,6 +2,7 @@
 
 #include "NECKern/Karte.hpp"
 #include "NECKern/Variable.hpp"
+#include "NECKern/Werte.hpp"
 
 #include <map>
 #include <nlohmann/json_fwd.hpp>
@@ -11,9 +12,6 @@
 #include <vector>
 
 namespace NECKern {
-
-// Werte von Variablen, nach Namen.
-using Werte = std::map<std::string, double>;
 
 // Die Antenne: Name, Kommentar, Variablen, Karten und Bezugsimpedanz.
 struct Modell {
