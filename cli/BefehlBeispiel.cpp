@@ -1,22 +1,30 @@
 #include "Befehle.hpp"
+#include "ModellWahl.hpp"
 
-#include "NECKern/Modell.hpp"
+#include "NECKern/Beispiele.hpp"
 
 #include <iostream>
+#include <memory>
 
 namespace Befehle {
 
-namespace {
-
-constexpr const char* eingebaut = "CM Halbwellendipol 20 m\nCE\nSY f=14.175, l=10.25 ' Länge\nSY h=10\n"
-                                  "gw 1,21 0 -l/2 h 0 l/2 h 1mm\nGE 1\nGN 2 0 0 0 13 0.005\nEX 0 1 11 0 1\n"
-                                  "FR 0 1 0 0 f 0\nRP 0 19 73 1000 0 0 5 5\nEN\n";
-
-} // namespace
-
+// Ohne Argument die Namen aller Beispiele, mit --beispiel dessen Deckdatei.
 void beispielAnmelden(CLI::App& app) {
-    auto* befehl = app.add_subcommand("beispiel", "Eingebautes Beispiel als Deckdatei ausgeben");
-    befehl->callback([] { std::cout << NECKern::Modell::lesen(eingebaut, "Beispiel").schreiben(); });
+    auto* befehl =
+        app.add_subcommand("beispiel", "Eingebaute Beispiele auflisten oder als Deckdatei ausgeben");
+    auto text = std::make_shared<std::string>();
+    befehl->add_option("--beispiel", *text, "Beispiel, dessen Name TEXT enthält, als Deckdatei ausgeben");
+    befehl->callback([text] {
+        ausfuehren([&] {
+            if (text->empty()) {
+                for (const auto& b : NECKern::Beispiele::alle())
+                    std::cout << b.name << '\n';
+            } else {
+                std::cout << beispielModell(*text).schreiben();
+            }
+            return erfolg;
+        });
+    });
 }
 
 } // namespace Befehle

@@ -1,0 +1,150 @@
+#include "NECKern/Beispiele.hpp"
+#include "NECKern/Ergebnis.hpp"
+
+#include "TestHilfen.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+using namespace NECKern;
+using TestHilfen::dateiLesen;
+namespace fs = std::filesystem;
+
+namespace {
+
+struct Aufruf {
+    int status;
+    std::string aus;
+    std::string fehler;
+};
+
+// wellenwerk-cli über den Prozessstarter; die Standardausgabe fängt das
+// Hilfsprogramm „umleiten“ in einer Datei auf.
+class Cli : public testing::Test {
+protected:
+    Aufruf cli(std::vector<std::string> argumente, const std::string& eingabe = {}) {
+        const auto ausgabe = ordner_.pfad() / "aus.txt";
+        std::vector<std::string> voll;
+        if (!eingabe.empty()) voll = {"-ein", eingabe};
+        voll.push_back(ausgabe.string());
+        voll.push_back(WW_CLI);
+        voll.insert(voll.end(), argumente.begin(), argumente.end());
+        const auto ende =
+            Prozess::ausfuehren(fs::path(WW_HILFEN_ORDNER) / "umleiten", voll, ordner_.pfad(), 120);
+        return {ende.status, dateiLesen(ausgabe), ende.fehlerausgabe};
+    }
+
+    static std::vector<std::string> schluessel(const nlohmann::ordered_json& j) {
+        std::vector<std::string> namen;
+        for (const auto& [k, v] : j.items()) namen.push_back(k);
+        return namen;
+    }
+
+    Prozess::Arbeitsordner ordner_;
+};
+
+} // namespace
+
+TEST_F(Cli, RechnetEinBeispielUndZeigtDieKennzahlen) {
+    const auto a = cli({"rechnen", "--beispiel", "YAGI"});
+    EXPECT_EQ(a.status, 0) << a.fehler;
+    EXPECT_EQ(a.fehler, "");
+    EXPECT_THAT(a.aus, testing::StartsWith("Modell: 3-Element-Yagi 20 m\nKern: NEC-2 (nec2c), "));
+    EXPECT_THAT(a.aus, testing::HasSubstr("\n14.1500 MHz\n  Impedanz:             "));
+    EXPECT_THAT(a.aus, testing::ContainsRegex("SWR \\(50 Ω\\): +[0-9]+\\.[0-9][0-9]\n"));
+    EXPECT_THAT(a.aus, testing::ContainsRegex("Max\\. Gewinn: +[0-9]+\\.[0-9][0-9] dBi\n"));
+    EXPECT_THAT(a.aus, testing::HasSubstr("  Wirkungsgrad:"));
+}
+
+TEST_F(Cli, JsonHatFesteSchluessel) {
+    const auto a = cli({"rechnen", "--beispiel", "yagi", "--json"});
+    ASSERT_EQ(a.status, 0) << a.fehler;
+    const auto j = nlohmann::ordered_json::parse(a.aus);
+    EXPECT_EQ(schluessel(j), (std::vector<std::string>{"modell", "kern", "dauer", "fehler", "warnungen", "befunde",
+                                                       "frequenzen"}));
+    EXPECT_EQ(j["modell"], "3-Element-Yagi 20 m");
+    EXPECT_EQ(j["kern"], "nec2c");
+    EXPECT_TRUE(j["fehler"].is_null());
+    EXPECT_EQ(j["befunde"], nlohmann::ordered_json::array());
+    ASSERT_EQ(j["frequenzen"].size(), 1u);
+    const auto& f = j["frequenzen"][0];
+    EXPECT_EQ(schluessel(f), (std::vector<std::string>{"mhz", "impedanz", "swr", "gewinn", "vorRueck",
+                                                       "leistungEingang", "leistungAbgestrahlt", "wirkungsgrad",
+                                                       "segmente", "stroemeGeliefert"}));
+    EXPECT_EQ(f["mhz"], 14.15);
+    EXPECT_TRUE(f["impedanz"]["re"].is_number());
+    EXPECT_TRUE(f["gewinn"].is_number());
+    EXPECT_EQ(f["segmente"], 63);
+    EXPECT_EQ(f["stroemeGeliefert"], true);
+}
+
+TEST_F(Cli, ErgebnisIstDasGanzeNECErgebnis) {
+    const auto a = cli({"rechnen", "--beispiel", "Halbwellendipol", "--ergebnis"});
+    ASSERT_EQ(a.status, 0) << a.fehler;
+    const auto e = nlohmann::ordered_json::parse(a.aus).get<NECErgebnis>();
+    EXPECT_EQ(e.kern, "NEC-2 (nec2c)");
+    ASSERT_EQ(e.frequenzen.size(), 1u);
+    EXPECT_TRUE(e.frequenzen[0].mitBoden);
+}
+
+TEST_F(Cli, ModellVonDerStandardeingabe) {
+    const auto a = cli({"deck", "-"}, fs::path(WW_TESTDATEN) / "zweiQuellen.nec");
+    EXPECT_EQ(a.status, 0) << a.fehler;
+    EXPECT_THAT(a.aus, testing::HasSubstr("\nGW 2 11 1 -2.5 0 1 2.5 0 0.001\n"));
+    EXPECT_THAT(a.aus, testing::EndsWith("EN\n"));
+}
+
+TEST_F(Cli, BeispieleAuflistenUndAusgeben) {
+    const auto liste = cli({"beispiel"});
+    EXPECT_EQ(liste.status, 0);
+    std::string namen;
+    for (const auto& b : Beispiele::alle()) namen += b.name + "\n";
+    EXPECT_EQ(liste.aus, namen);
+
+    // Auch „Λ“ findet „λ“: die Suche schreibt klein nach Unicode.
+    const auto groundplane = cli({"beispiel", "--beispiel", "GROUNDPLANE Λ/4"});
+    EXPECT_EQ(groundplane.status, 0);
+    EXPECT_THAT(groundplane.aus, testing::StartsWith("CM Groundplane λ/4 mit Radials\n"));
+}
+
+TEST_F(Cli, ScheiternMitDeutschemSatz) {
+    struct Fall {
+        std::vector<std::string> argumente;
+        int status;
+        std::string fehler;
+    };
+    const Fall faelle[] = {
+        {{"rechnen", "/gibt/es/nicht.nec"},
+         1,
+         "Die Datei „/gibt/es/nicht.nec“ konnte nicht gelesen werden: No such file or directory.\n"},
+        {{"rechnen", "--beispiel", "Rhombus"}, 1, "Kein eingebautes Beispiel enthält „Rhombus“ im Namen.\n"},
+        {{"rechnen"},
+         2,
+         "Bitte genau ein Modell angeben: eine Deckdatei, „-“ für die Standardeingabe oder --beispiel TEXT.\n"},
+        {{"rechnen", "--kern", "zirkon", "--beispiel", "Yagi"}, 2, "Unbekannter Kern „zirkon“. Verfügbar: nec2c.\n"},
+    };
+    for (const auto& [argumente, status, fehler] : faelle) {
+        const auto a = cli(argumente);
+        EXPECT_EQ(a.status, status) << argumente.back();
+        EXPECT_EQ(a.fehler, fehler);
+    }
+}
+
+TEST_F(Cli, FalscherAufrufEndetMitZwei) {
+    for (const auto& argumente : std::vector<std::vector<std::string>>{
+             {}, {"zaubern"}, {"rechnen", "--unbekannt"}, {"rechnen", "--json", "--ergebnis", "--beispiel", "Yagi"}}) {
+        const auto a = cli(argumente);
+        EXPECT_EQ(a.status, 2);
+        EXPECT_THAT(a.fehler, testing::StartsWith("Falscher Aufruf: "));
+    }
+}
+
+TEST_F(Cli, JsonMeldetAuchDenFehlschlag) {
+    const auto a = cli({"rechnen", "--json", "/gibt/es/nicht.nec"});
+    EXPECT_EQ(a.status, 1);
+    const auto j = nlohmann::ordered_json::parse(a.aus);
+    EXPECT_EQ(j["fehler"], "Die Datei „/gibt/es/nicht.nec“ konnte nicht gelesen werden: No such file or directory.");
+    EXPECT_TRUE(j["modell"].is_null());
+    EXPECT_TRUE(j["frequenzen"].empty());
+}
