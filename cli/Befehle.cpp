@@ -20,6 +20,8 @@ void anmelden(CLI::App& app) {
     beispielAnmelden(app);
     deckAnmelden(app);
     rechnenAnmelden(app);
+    gangAnmelden(app);
+    optimierenAnmelden(app);
 }
 
 } // namespace Befehle

@@ -36,5 +36,7 @@ void anmelden(CLI::App& app);
 void beispielAnmelden(CLI::App& app);
 void deckAnmelden(CLI::App& app);
 void rechnenAnmelden(CLI::App& app);
+void gangAnmelden(CLI::App& app);
+void optimierenAnmelden(CLI::App& app);
 
 } // namespace Befehle
