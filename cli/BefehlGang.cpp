@@ -8,15 +8,16 @@
 #include "NECKern/Rechenkerne/Ascii.hpp"
 
 #include <atomic>
+#include <cerrno>
 #include <chrono>
 #include <cmath>
 #include <complex>
-#include <cstring>
 #include <fmt/format.h>
 #include <fmt/printf.h>
 #include <fstream>
 #include <iostream>
 #include <memory>
+#include <system_error>
 #include <thread>
 #include <unistd.h>
 
@@ -91,10 +92,11 @@ std::string touchstone(const NECKern::Modell& m, const std::vector<NECKern::Freq
 
 void schreiben(const std::string& pfad, const std::string& inhalt) {
     std::ofstream datei(pfad, std::ios::binary | std::ios::trunc);
-    if (datei) datei << inhalt;
-    if (!datei || !datei.flush())
-        throw std::runtime_error("Die Datei „" + pfad +
-                                 "“ lässt sich nicht schreiben: " + std::strerror(errno) + ".");
+    if (datei) datei << inhalt << std::flush;
+    const int fehler = errno;
+    if (!datei)
+        throw std::runtime_error("Die Datei „" + pfad + "“ lässt sich nicht schreiben: " +
+                                 std::system_category().message(fehler) + ".");
 }
 
 // Auf einem Terminal zeigt stderr, dass gerechnet wird; in Dateien und Pipes bleibt es still.

@@ -7,9 +7,9 @@
 #include "NECKern/Unicode.hpp"
 
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
 #include <cmath>
-#include <cstring>
 #include <fmt/format.h>
 #include <fmt/printf.h>
 #include <fstream>
@@ -17,6 +17,7 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <system_error>
 
 namespace Befehle {
 
@@ -110,10 +111,11 @@ std::string werteText(const NECKern::Werte& werte) {
 
 void schreiben(const std::string& pfad, const std::string& inhalt) {
     std::ofstream datei(pfad, std::ios::binary | std::ios::trunc);
-    if (datei) datei << inhalt;
-    if (!datei || !datei.flush())
-        throw std::runtime_error("Die Datei „" + pfad +
-                                 "“ lässt sich nicht schreiben: " + std::strerror(errno) + ".");
+    if (datei) datei << inhalt << std::flush;
+    const int fehler = errno;
+    if (!datei)
+        throw std::runtime_error("Die Datei „" + pfad + "“ lässt sich nicht schreiben: " +
+                                 std::system_category().message(fehler) + ".");
 }
 
 int optimieren(const Optionen& o) {
