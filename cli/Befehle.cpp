@@ -23,6 +23,8 @@ void anmelden(CLI::App& app) {
     feldAnmelden(app);
     selbsttestAnmelden(app);
     pruefenAnmelden(app);
+    gangAnmelden(app);
+    optimierenAnmelden(app);
 }
 
 } // namespace Befehle

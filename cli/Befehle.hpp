@@ -39,5 +39,7 @@ void rechnenAnmelden(CLI::App& app);
 void feldAnmelden(CLI::App& app);
 void selbsttestAnmelden(CLI::App& app);
 void pruefenAnmelden(CLI::App& app);
+void gangAnmelden(CLI::App& app);
+void optimierenAnmelden(CLI::App& app);
 
 } // namespace Befehle

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "NECKern/Ergebnis.hpp"
+#include "NECKern/Modell.hpp"
+#include "NECKern/Rechenkerne/Rechenkern.hpp"
+
+#include <nlohmann/json_fwd.hpp>
+#include <optional>
+#include <vector>
+
+namespace NECKern {
+
+// Ein Punkt des Frequenzgangs; gekennzeichnet durch seine Frequenz.
+struct Frequenzpunkt {
+    double mhz = 0;
+    std::optional<Komplex> impedanz;
+    std::optional<double> swr;      // gegen z0 des Modells
+    std::optional<double> gewinn;   // grösster Gesamtgewinn, dBi
+    std::optional<double> vorRueck; // dB
+
+    bool operator==(const Frequenzpunkt&) const = default;
+};
+
+void to_json(nlohmann::ordered_json& j, const Frequenzpunkt& p);
+void from_json(const nlohmann::ordered_json& j, Frequenzpunkt& p);
+
+namespace Analyse {
+
+// Impedanz, SWR, Gewinn und Vor-Rück-Verhältnis über das Band von…bis (MHz,
+// beide Grenzen eingeschlossen). Das Band wird in `parallel` Stücke geteilt,
+// jedes ein eigener Kernlauf auf eigenem Thread; ohne Diagramm entfallen die
+// RP-Karten (und damit Gewinn und Vor-Rück). Ergebnis nach Frequenz sortiert.
+// Der erste Fehler eines Laufs wird geworfen, sobald alle Läufe zu Ende sind;
+// danach beginnt kein weiterer Lauf, und es gibt keine Teilliste.
+// Wirft KernFehler bei punkte < 2, parallel < 1 oder nicht endlichen Grenzen.
+std::vector<Frequenzpunkt> frequenzgang(const Modell& modell, const Rechenkern& kern, double von, double bis,
+                                        int punkte, bool mitDiagramm, int parallel);
+
+} // namespace Analyse
+} // namespace NECKern
