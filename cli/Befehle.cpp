@@ -25,6 +25,7 @@ void anmelden(CLI::App& app) {
     pruefenAnmelden(app);
     gangAnmelden(app);
     optimierenAnmelden(app);
+    kerneAnmelden(app);
 }
 
 } // namespace Befehle

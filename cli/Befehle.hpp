@@ -41,5 +41,6 @@ void selbsttestAnmelden(CLI::App& app);
 void pruefenAnmelden(CLI::App& app);
 void gangAnmelden(CLI::App& app);
 void optimierenAnmelden(CLI::App& app);
+void kerneAnmelden(CLI::App& app);
 
 } // namespace Befehle

@@ -152,3 +152,17 @@ TEST_F(Cli, JsonMeldetAuchDenFehlschlag) {
     EXPECT_TRUE(j["modell"].is_null());
     EXPECT_TRUE(j["frequenzen"].empty());
 }
+
+TEST_F(Cli, KerneNenntFuenfKerneMitNec2cZuerst) {
+    const auto a = cli({"kerne", "--json"});
+    ASSERT_EQ(a.status, 0) << a.fehler;
+    const auto j = nlohmann::ordered_json::parse(a.aus);
+    ASSERT_EQ(j.size(), 5u);
+    EXPECT_EQ(j[0]["kennung"], "nec2c");
+    EXPECT_TRUE(j[0]["verfuegbar"].get<bool>());
+    EXPECT_EQ(j[0]["schalter"], nlohmann::ordered_json::array());
+    EXPECT_EQ(j[4]["kennung"], "arcanum");
+    const auto text = cli({"kerne"});
+    EXPECT_THAT(text.aus, testing::HasSubstr("nec2c – NEC-2 (nec2c)\n"));
+    EXPECT_THAT(text.aus, testing::HasSubstr("Kernordner: "));
+}
