@@ -1,6 +1,8 @@
 // Was der nec2c-Kern über den blossen Start von nec2c hinaus kostet (Ordner,
 // ASCII-Deck, Datei schreiben und lesen, Bericht lesen, aufräumen); Ziel:
 // höchstens 1,5 ms je Lauf über dem blossen Lauf. Deck: Dipol mit 21 Segmenten.
+// Wo rmdir teuer ist (ext4 mit discard: gut 3 ms je Ordner), bestimmt das Aufräumen
+// den Abstand; mit TMPDIR auf einem tmpfs zeigt sich der Kern selbst.
 #include "NECKern/Rechenkerne/Datei.hpp"
 #include "NECKern/Rechenkerne/Nec2cKern.hpp"
 #include "NECKern/Rechenkerne/Prozess.hpp"

@@ -19,7 +19,7 @@ while IFS= read -r name; do
     "$cli" deck --beispiel "$name" > "$deck"
     hyperfine --shell=none --warmup 2 --min-runs 10 --style none --export-json "$ordner/$nr.json" \
         "$nec2c -i $deck -o $ordner/$nr.out" \
-        "$cli rechnen --beispiel '$name'" > /dev/null
+        "$cli rechnen --beispiel '$name'" > /dev/null 2>&1
     jq -r --arg name "$name" '
         (.results[0].mean) as $n | (.results[1].mean) as $c |
         (($c - $n) * 1000) as $d | (100 * ($c - $n) / $n) as $p |

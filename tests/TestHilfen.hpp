@@ -16,7 +16,9 @@
 
 // Lesbare Ausgabe in Fehlermeldungen von gtest.
 namespace NECKern {
-inline void PrintTo(const Komplex& k, std::ostream* os) { *os << "(" << k.re << ", " << k.im << ")"; }
+inline void PrintTo(const Komplex& k, std::ostream* os) {
+    *os << "(" << k.re << ", " << k.im << ")";
+}
 } // namespace NECKern
 
 namespace TestHilfen {

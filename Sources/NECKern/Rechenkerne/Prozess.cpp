@@ -13,8 +13,8 @@
 #include <optional>
 #include <poll.h>
 #include <spawn.h>
-#include <sys/syscall.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <system_error>
 #include <unistd.h>
@@ -33,8 +33,12 @@ constexpr auto gnadenfrist = std::chrono::seconds(2);
 constexpr std::size_t fehlerausgabeHoechstens = 8u << 20;
 
 // Über syscall statt <sys/pidfd.h>: der Kopf von glibc 2.36 fehlt das extern "C".
-int pidfdOeffnen(pid_t pid) { return static_cast<int>(::syscall(SYS_pidfd_open, pid, 0)); }
-void signalSenden(int pidfd, int signal) { ::syscall(SYS_pidfd_send_signal, pidfd, signal, nullptr, 0); }
+int pidfdOeffnen(pid_t pid) {
+    return static_cast<int>(::syscall(SYS_pidfd_open, pid, 0));
+}
+void signalSenden(int pidfd, int signal) {
+    ::syscall(SYS_pidfd_send_signal, pidfd, signal, nullptr, 0);
+}
 
 std::string grund(int fehler) {
     return std::system_category().message(fehler);
