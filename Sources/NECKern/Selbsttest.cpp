@@ -117,6 +117,19 @@ struct Fall {
     std::string quelle;
 };
 
+// Nachkommastellen eines Formats „%.Nf“; geurteilt wird in der gezeigten Genauigkeit.
+int stellen(const char* format) {
+    std::string_view f(format);
+    auto punkt = f.find('.');
+    if (punkt == std::string_view::npos || punkt + 1 >= f.size()) return 6;
+    return f[punkt + 1] - '0';
+}
+
+double gerundet(double x, int n) {
+    const double faktor = std::pow(10.0, n);
+    return std::round(x * faktor) / faktor;
+}
+
 Zeile vergleichen(const Fall& fall, const Wert& ist) {
     Zeile z{fall.pruefung, fall.sollText, {}, fall.quelle, std::nullopt};
     if (!ist.zahl) {
@@ -125,7 +138,9 @@ Zeile vergleichen(const Fall& fall, const Wert& ist) {
         return z;
     }
     z.ist = fmt::sprintf(fall.format, *ist.zahl);
-    z.bestanden = std::fabs(*ist.zahl - fall.soll) <= fall.toleranz;
+    // So besteht, was auf dem Schirm innerhalb der Toleranz steht: 0,4688 gegen 0,4935 ± 0,0247.
+    const int n = stellen(fall.format);
+    z.bestanden = gerundet(std::fabs(*ist.zahl - fall.soll), n) <= gerundet(fall.toleranz, n);
     return z;
 }
 
