@@ -66,6 +66,11 @@ void schreibenAtomar(const std::filesystem::path& pfad, std::string_view inhalt)
     }
 }
 
+bool ausfuehrbar(const std::filesystem::path& pfad) {
+    struct stat info;
+    return ::stat(pfad.c_str(), &info) == 0 && S_ISREG(info.st_mode) && ::access(pfad.c_str(), X_OK) == 0;
+}
+
 std::string lesenAscii(const std::filesystem::path& pfad) {
     Fd fd(::open(pfad.c_str(), O_RDONLY | O_CLOEXEC));
     if (fd.get() < 0) return {};

@@ -15,6 +15,9 @@ void schreibenAtomar(const std::filesystem::path& pfad, std::string_view inhalt)
 // Bytes ausserhalb von ASCII, der leere Text.
 std::string lesenAscii(const std::filesystem::path& pfad);
 
+// Eine gewöhnliche Datei, die der Benutzer ausführen darf.
+bool ausfuehrbar(const std::filesystem::path& pfad);
+
 // Ohne Leerraum und Zeilenenden an beiden Enden.
 std::string_view trimmen(std::string_view text);
 

@@ -21,11 +21,6 @@ namespace {
 
 constexpr double zeitlimit = 300.0;
 
-bool ausfuehrbar(const std::filesystem::path& pfad) {
-    struct stat info;
-    return ::stat(pfad.c_str(), &info) == 0 && S_ISREG(info.st_mode) && ::access(pfad.c_str(), X_OK) == 0;
-}
-
 std::string ersetzen(std::string text, std::string_view alt, std::string_view neu) {
     for (auto pos = text.find(alt); pos != std::string::npos; pos = text.find(alt, pos + neu.size()))
         text.replace(pos, alt.size(), neu);
@@ -117,7 +112,7 @@ ExternerKern::ExternerKern(std::string kennung, std::string name, std::string be
       eindeutigeTags_(eindeutigeTags), feldkartenEinzeln_(feldkartenEinzeln) {}
 
 bool ExternerKern::verfuegbar() const {
-    return ausfuehrbar(programm_);
+    return Datei::ausfuehrbar(programm_);
 }
 
 NECErgebnis ExternerKern::rechnen(std::string_view deck) const {

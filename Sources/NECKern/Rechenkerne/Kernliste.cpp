@@ -1,4 +1,5 @@
 #include "NECKern/Rechenkerne/Kernliste.hpp"
+#include "NECKern/Rechenkerne/Datei.hpp"
 
 #include "NECKern/Rechenkerne/ExternerKern.hpp"
 #include "NECKern/Rechenkerne/Nec2cKern.hpp"
@@ -40,11 +41,6 @@ constexpr std::array<Eintrag, 4> externe{{
     {"arcanum", "Arcanum (CMoM, exakter Kern)", "Konforme Momentenmethode, GPL-3, separat installiert",
      nullptr},
 }};
-
-bool ausfuehrbar(const fs::path& pfad) {
-    struct stat info;
-    return ::stat(pfad.c_str(), &info) == 0 && S_ISREG(info.st_mode) && ::access(pfad.c_str(), X_OK) == 0;
-}
 
 // Nur absolute Pfade zählen; ein relativer hinge vom aktuellen Ordner ab.
 std::optional<fs::path> absoluteVariable(const char* name) {
@@ -99,7 +95,7 @@ fs::path kernordner() {
 std::optional<fs::path> zirkonEingebettet() {
     for (const auto& ordner : programmdatenOrdner()) {
         auto zirkon = ordner / "zirkon";
-        if (ausfuehrbar(zirkon / "python" / "bin" / "python3.12")) return zirkon;
+        if (Datei::ausfuehrbar(zirkon / "python" / "bin" / "python3.12")) return zirkon;
     }
     return std::nullopt;
 }

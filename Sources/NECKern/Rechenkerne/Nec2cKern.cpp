@@ -16,23 +16,18 @@ namespace {
 
 constexpr double zeitlimit = 300.0;
 
-bool ausfuehrbar(const std::filesystem::path& pfad) {
-    struct stat info;
-    return ::stat(pfad.c_str(), &info) == 0 && S_ISREG(info.st_mode) && ::access(pfad.c_str(), X_OK) == 0;
-}
-
 std::optional<std::filesystem::path> nebenDemProgramm() {
     std::error_code fehler;
     const auto selbst = std::filesystem::read_symlink("/proc/self/exe", fehler);
     if (fehler) return std::nullopt;
     auto pfad = selbst.parent_path() / "nec2c";
-    if (ausfuehrbar(pfad)) return pfad;
+    if (Datei::ausfuehrbar(pfad)) return pfad;
     return std::nullopt;
 }
 
 std::optional<std::filesystem::path> imQuellbaum() {
     auto pfad = std::filesystem::path(WW_QUELLWURZEL) / "Kerne" / "bin" / "nec2c";
-    if (ausfuehrbar(pfad)) return pfad;
+    if (Datei::ausfuehrbar(pfad)) return pfad;
     return std::nullopt;
 }
 
@@ -48,7 +43,7 @@ std::optional<std::filesystem::path> aufPath() {
         rest = ende == std::string_view::npos ? std::string_view{} : rest.substr(ende + 1);
         if (ordner.empty()) continue;
         auto pfad = std::filesystem::path(ordner) / "nec2c";
-        if (ausfuehrbar(pfad)) return pfad;
+        if (Datei::ausfuehrbar(pfad)) return pfad;
     }
     return std::nullopt;
 }
@@ -65,7 +60,7 @@ std::optional<std::filesystem::path> Nec2cKern::finden() {
 }
 
 bool Nec2cKern::verfuegbar() const {
-    return programm_ && ausfuehrbar(*programm_);
+    return programm_ && Datei::ausfuehrbar(*programm_);
 }
 
 NECErgebnis Nec2cKern::rechnen(std::string_view deck) const {
