@@ -1,8 +1,12 @@
 #include "Ausgabe.hpp"
 
+#include <cerrno>
 #include <cmath>
 #include <fmt/format.h>
 #include <fmt/printf.h>
+#include <fstream>
+#include <stdexcept>
+#include <system_error>
 
 namespace Befehle::Ausgabe {
 
@@ -66,6 +70,15 @@ std::string frequenzText(const NECKern::FrequenzErgebnis& f, double z0) {
     zeile("Abgestrahlte Leistung", wert(f.leistungAbgestrahlt, "%.4g", " W"));
     zeile("Wirkungsgrad", wert(f.wirkungsgrad, "%.2f", " %"));
     return text;
+}
+
+void dateiSchreiben(const std::string& pfad, const std::string& inhalt) {
+    std::ofstream datei(pfad, std::ios::binary | std::ios::trunc);
+    if (datei) datei << inhalt << std::flush;
+    const int fehler = errno;
+    if (!datei)
+        throw std::runtime_error("Die Datei „" + pfad + "“ lässt sich nicht schreiben: " +
+                                 std::system_category().message(fehler) + ".");
 }
 
 } // namespace Befehle::Ausgabe

@@ -25,4 +25,7 @@ nlohmann::ordered_json frequenzJson(const NECKern::FrequenzErgebnis& f, double z
 // Die Kennzahlen einer Frequenz als eingerückte deutsche Zeilen.
 std::string frequenzText(const NECKern::FrequenzErgebnis& f, double z0);
 
+// Schreibt eine Ausgabedatei; scheitert mit einem deutschen Satz und dem Grund des Systems.
+void dateiSchreiben(const std::string& pfad, const std::string& inhalt);
+
 } // namespace Befehle::Ausgabe

@@ -90,15 +90,6 @@ std::string touchstone(const NECKern::Modell& m, const std::vector<NECKern::Freq
     return text;
 }
 
-void schreiben(const std::string& pfad, const std::string& inhalt) {
-    std::ofstream datei(pfad, std::ios::binary | std::ios::trunc);
-    if (datei) datei << inhalt << std::flush;
-    const int fehler = errno;
-    if (!datei)
-        throw std::runtime_error("Die Datei „" + pfad + "“ lässt sich nicht schreiben: " +
-                                 std::system_category().message(fehler) + ".");
-}
-
 // Auf einem Terminal zeigt stderr, dass gerechnet wird; in Dateien und Pipes bleibt es still.
 class Fortschritt {
   public:
@@ -139,7 +130,7 @@ int gang(const Optionen& o) {
         Fortschritt anzeige(o.punkte);
         punkte = NECKern::Analyse::frequenzgang(modell, *kern, o.von, o.bis, o.punkte, true, parallel);
     }
-    if (!o.touchstone.empty()) schreiben(o.touchstone, touchstone(modell, punkte));
+    if (!o.touchstone.empty()) Ausgabe::dateiSchreiben(o.touchstone, touchstone(modell, punkte));
     if (o.json)
         std::cout << json(modell, kern->kennung(), punkte).dump(2) << '\n';
     else if (o.csv)

@@ -1,3 +1,4 @@
+#include "Ausgabe.hpp"
 // optimieren: markierte Variablen auf Ziele hin suchen (Simplex), Ergebnis ins Modell übernehmen.
 #include "Befehle.hpp"
 #include "KernWahl.hpp"
@@ -109,15 +110,6 @@ std::string werteText(const NECKern::Werte& werte) {
     return text;
 }
 
-void schreiben(const std::string& pfad, const std::string& inhalt) {
-    std::ofstream datei(pfad, std::ios::binary | std::ios::trunc);
-    if (datei) datei << inhalt << std::flush;
-    const int fehler = errno;
-    if (!datei)
-        throw std::runtime_error("Die Datei „" + pfad + "“ lässt sich nicht schreiben: " +
-                                 std::system_category().message(fehler) + ".");
-}
-
 int optimieren(const Optionen& o) {
     if (o.schritte < 0) throw Aufruffehler("--schritte darf nicht negativ sein.");
     std::vector<NECKern::Ziel> ziele;
@@ -153,7 +145,8 @@ int optimieren(const Optionen& o) {
         for (const auto& [name, wert] : werte)
             std::cout << fmt::sprintf("%s = %.9g\n", name, wert);
     }
-    if (!o.ausgabe.empty()) schreiben(o.ausgabe, NECKern::Optimierer::uebernehmen(modell, werte).schreiben());
+    if (!o.ausgabe.empty())
+        Ausgabe::dateiSchreiben(o.ausgabe, NECKern::Optimierer::uebernehmen(modell, werte).schreiben());
     return erfolg;
 }
 

@@ -11,26 +11,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-struct Aufruf {
-    int status;
-    std::string aus;
-    std::string fehler;
-};
-
-// wellenwerk-cli mit aufgefangener Standardausgabe (Hilfsprogramm „umleiten“).
-class CliAnalyse : public testing::Test {
-  protected:
-    Aufruf cli(std::vector<std::string> argumente) {
-        const auto ausgabe = ordner_.pfad() / "aus.txt";
-        std::vector<std::string> voll{ausgabe.string(), WW_CLI};
-        voll.insert(voll.end(), argumente.begin(), argumente.end());
-        const auto ende =
-            Prozess::ausfuehren(fs::path(WW_HILFEN_ORDNER) / "umleiten", voll, ordner_.pfad(), 120);
-        return {ende.status, TestHilfen::dateiLesen(ausgabe), ende.fehlerausgabe};
-    }
-
-    Prozess::Arbeitsordner ordner_;
-};
+using CliAnalyse = TestHilfen::CliTest;
 
 } // namespace
 

@@ -13,31 +13,12 @@ namespace fs = std::filesystem;
 
 namespace {
 
-struct Aufruf {
-    int status;
-    std::string aus;
-    std::string fehler;
-};
-
-// wellenwerk-cli über den Prozessstarter; die Standardausgabe fängt das
-// Hilfsprogramm „umleiten“ in einer Datei auf.
-class Cli : public testing::Test {
-protected:
-    Aufruf cli(std::vector<std::string> argumente, const std::string& eingabe = {}) {
-        const auto ausgabe = ordner_.pfad() / "aus.txt";
-        std::vector<std::string> voll;
-        if (!eingabe.empty()) voll = {"-ein", eingabe};
-        voll.push_back(ausgabe.string());
-        voll.push_back(WW_CLI);
-        voll.insert(voll.end(), argumente.begin(), argumente.end());
-        const auto ende =
-            Prozess::ausfuehren(fs::path(WW_HILFEN_ORDNER) / "umleiten", voll, ordner_.pfad(), 120);
-        return {ende.status, dateiLesen(ausgabe), ende.fehlerausgabe};
-    }
-
+class Cli : public TestHilfen::CliTest {
+  protected:
     static std::vector<std::string> schluessel(const nlohmann::ordered_json& j) {
         std::vector<std::string> namen;
-        for (const auto& [k, v] : j.items()) namen.push_back(k);
+        for (const auto& [k, v] : j.items())
+            namen.push_back(k);
         return namen;
     }
 
@@ -61,8 +42,8 @@ TEST_F(Cli, JsonHatFesteSchluessel) {
     const auto a = cli({"rechnen", "--beispiel", "yagi", "--json"});
     ASSERT_EQ(a.status, 0) << a.fehler;
     const auto j = nlohmann::ordered_json::parse(a.aus);
-    EXPECT_EQ(schluessel(j), (std::vector<std::string>{"modell", "kern", "dauer", "fehler", "warnungen", "befunde",
-                                                       "guete", "gegenprobe", "frequenzen"}));
+    EXPECT_EQ(schluessel(j), (std::vector<std::string>{"modell", "kern", "dauer", "fehler", "warnungen",
+                                                       "befunde", "guete", "gegenprobe", "frequenzen"}));
     EXPECT_NEAR(j["guete"].get<double>(), 1.0, 0.02);
     EXPECT_TRUE(j["gegenprobe"].is_null());
     EXPECT_EQ(j["modell"], "3-Element-Yagi 20 m");
@@ -72,8 +53,8 @@ TEST_F(Cli, JsonHatFesteSchluessel) {
     ASSERT_EQ(j["frequenzen"].size(), 1u);
     const auto& f = j["frequenzen"][0];
     EXPECT_EQ(schluessel(f), (std::vector<std::string>{"mhz", "impedanz", "swr", "gewinn", "vorRueck",
-                                                       "leistungEingang", "leistungAbgestrahlt", "wirkungsgrad",
-                                                       "segmente", "stroemeGeliefert"}));
+                                                       "leistungEingang", "leistungAbgestrahlt",
+                                                       "wirkungsgrad", "segmente", "stroemeGeliefert"}));
     EXPECT_EQ(f["mhz"], 14.15);
     EXPECT_TRUE(f["impedanz"]["re"].is_number());
     EXPECT_TRUE(f["gewinn"].is_number());
@@ -101,7 +82,8 @@ TEST_F(Cli, BeispieleAuflistenUndAusgeben) {
     const auto liste = cli({"beispiel"});
     EXPECT_EQ(liste.status, 0);
     std::string namen;
-    for (const auto& b : Beispiele::alle()) namen += b.name + "\n";
+    for (const auto& b : Beispiele::alle())
+        namen += b.name + "\n";
     EXPECT_EQ(liste.aus, namen);
 
     // Auch „Λ“ findet „λ“: die Suche schreibt klein nach Unicode.
@@ -123,7 +105,8 @@ TEST_F(Cli, ScheiternMitDeutschemSatz) {
         {{"rechnen", "--beispiel", "Rhombus"}, 1, "Kein eingebautes Beispiel enthält „Rhombus“ im Namen.\n"},
         {{"rechnen"},
          2,
-         "Bitte genau ein Modell angeben: eine Deckdatei, „-“ für die Standardeingabe oder --beispiel TEXT.\n"},
+         "Bitte genau ein Modell angeben: eine Deckdatei, „-“ für die Standardeingabe oder --beispiel "
+         "TEXT.\n"},
         {{"rechnen", "--kern", "gibtsnicht", "--beispiel", "Yagi"},
          2,
          "Unbekannter Kern „gibtsnicht“. Bekannt sind: nec2c, zirkon, zirkon5, zirkon-klinge, arcanum.\n"},
@@ -136,8 +119,11 @@ TEST_F(Cli, ScheiternMitDeutschemSatz) {
 }
 
 TEST_F(Cli, FalscherAufrufEndetMitZwei) {
-    for (const auto& argumente : std::vector<std::vector<std::string>>{
-             {}, {"zaubern"}, {"rechnen", "--unbekannt"}, {"rechnen", "--json", "--ergebnis", "--beispiel", "Yagi"}}) {
+    for (const auto& argumente :
+         std::vector<std::vector<std::string>>{{},
+                                               {"zaubern"},
+                                               {"rechnen", "--unbekannt"},
+                                               {"rechnen", "--json", "--ergebnis", "--beispiel", "Yagi"}}) {
         const auto a = cli(argumente);
         EXPECT_EQ(a.status, 2);
         EXPECT_THAT(a.fehler, testing::StartsWith("Falscher Aufruf: "));
@@ -148,7 +134,8 @@ TEST_F(Cli, JsonMeldetAuchDenFehlschlag) {
     const auto a = cli({"rechnen", "--json", "/gibt/es/nicht.nec"});
     EXPECT_EQ(a.status, 1);
     const auto j = nlohmann::ordered_json::parse(a.aus);
-    EXPECT_EQ(j["fehler"], "Die Datei „/gibt/es/nicht.nec“ konnte nicht gelesen werden: No such file or directory.");
+    EXPECT_EQ(j["fehler"],
+              "Die Datei „/gibt/es/nicht.nec“ konnte nicht gelesen werden: No such file or directory.");
     EXPECT_TRUE(j["modell"].is_null());
     EXPECT_TRUE(j["frequenzen"].empty());
 }

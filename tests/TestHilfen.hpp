@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <gtest/gtest.h>
 #include <optional>
 #include <ostream>
 #include <sstream>
@@ -84,5 +85,30 @@ inline std::string nec2cBericht(const std::string& deck) {
     NECKern::Prozess::ausfuehren(nec2c, {"-i", "a.nec", "-o", "a.out"}, ordner.pfad(), 60);
     return dateiLesen(ordner.pfad() / "a.out");
 }
+
+// wellenwerk-cli über den Prozessstarter; die Standardausgabe fängt das
+// Hilfsprogramm „umleiten“ in einer Datei auf.
+class CliTest : public testing::Test {
+  protected:
+    struct Aufruf {
+        int status;
+        std::string aus;
+        std::string fehler;
+    };
+
+    Aufruf cli(std::vector<std::string> argumente, const std::string& eingabe = {}) {
+        const auto ausgabe = ordner_.pfad() / "aus.txt";
+        std::vector<std::string> voll;
+        if (!eingabe.empty()) voll = {"-ein", eingabe};
+        voll.push_back(ausgabe.string());
+        voll.push_back(WW_CLI);
+        voll.insert(voll.end(), argumente.begin(), argumente.end());
+        const auto ende =
+            NECKern::Prozess::ausfuehren(fs::path(WW_HILFEN_ORDNER) / "umleiten", voll, ordner_.pfad(), 120);
+        return {ende.status, dateiLesen(ausgabe), ende.fehlerausgabe};
+    }
+
+    NECKern::Prozess::Arbeitsordner ordner_;
+};
 
 } // namespace TestHilfen
