@@ -70,3 +70,15 @@ TEST(Rechengang, AndererKernBekommtDieGegenprobe) {
     auto urteil = Urteile::gegenprobe(d.ergebnis->frequenzen.front(), *d.gegenprobe);
     EXPECT_EQ(urteil.urteil, "Stimmt mit nec2c überein.");
 }
+
+TEST(Rechengang, GuetetestAnDerWirklichLetztenFrequenzAuchBeiMalSchritten) {
+    // FR mit Faktor 1.01: 14, 14.14, 14.2814 MHz – der lineare Vorabplan läge bei 16 MHz.
+    auto m = Modell::lesen("GW 1 21 0 -5.2 10 0 5.2 10 1mm\nGE 0\nEX 0 1 11 0 1\nFR 1 3 0 0 14 1.01\n"
+                           "RP 0 19 73 1000 0 0 5 5\n",
+                           "x");
+    auto d = Rechengang::rechnen(m, nec2c());
+    ASSERT_FALSE(d.fehler) << *d.fehler;
+    ASSERT_EQ(d.ergebnis->frequenzen.size(), 3u);
+    ASSERT_TRUE(d.guete);
+    EXPECT_NEAR(*d.guete, 1.0, 0.02);
+}

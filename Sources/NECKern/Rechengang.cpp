@@ -4,6 +4,8 @@
 #include "NECKern/Guetetest.hpp"
 #include "NECKern/Rechenkerne/Nec2cKern.hpp"
 
+#include <algorithm>
+#include <cmath>
 #include <future>
 
 namespace NECKern::Rechengang {
@@ -32,6 +34,20 @@ std::optional<Urteile::Gegenprobe> gegenprobeRechnen(const std::string& deck, co
     }
 }
 
+// Die Frequenz, die der Kern als letzte rechnen wird, soweit sie sich vorab sagen lässt.
+std::optional<double> letzteGeplanteFrequenz(const Modell& modell) {
+    try {
+        auto plan = modell.frequenzen();
+        return plan.start + (plan.anzahl - 1) * plan.schritt;
+    } catch (const std::exception&) {
+        return std::nullopt;
+    }
+}
+
+bool gleicheFrequenz(double a, double b) {
+    return std::fabs(a - b) <= 1e-4 * std::max(std::fabs(a), 1.0);
+}
+
 } // namespace
 
 Durchlauf rechnen(const Modell& modell, const KernZeiger& kern, std::size_t frequenzIndex, KernZeiger nec2c) {
@@ -44,6 +60,24 @@ Durchlauf rechnen(const Modell& modell, const KernZeiger& kern, std::size_t freq
     std::string deck;
     try {
         deck = modell.deck();
+    } catch (const std::exception& e) {
+        d.fehler = e.what();
+        return d;
+    }
+    // Gütetest und Gegenprobe brauchen das Ergebnis nicht: sie laufen neben dem Hauptlauf.
+    // Passt der Gütetest nachher nicht (andere Frequenz, Struktur unter dem Boden), wird er verworfen.
+    auto geplant = letzteGeplanteFrequenz(modell);
+    std::future<std::optional<double>> vorab;
+    if (geplant)
+        vorab = std::async(std::launch::async, [&] { return gueteRechnen(modell, *kern, *geplant, {}); });
+    std::future<std::optional<Urteile::Gegenprobe>> gegenprobe;
+    if (kern->kennung() != "nec2c") {
+        if (!nec2c) nec2c = std::make_shared<const Nec2cKern>();
+        gegenprobe =
+            std::async(std::launch::async, [&] { return gegenprobeRechnen(deck, nec2c, frequenzIndex); });
+    }
+
+    try {
         d.ergebnis = kern->rechnen(deck);
     } catch (const std::exception& e) {
         d.fehler = e.what();
@@ -61,13 +95,17 @@ Durchlauf rechnen(const Modell& modell, const KernZeiger& kern, std::size_t freq
     auto boden = Modellpruefung::bodenPruefen(letzte.segmente, letzte.mitBoden);
     d.befunde.insert(d.befunde.end(), boden.begin(), boden.end());
 
-    auto guete = std::async(std::launch::async,
-                            [&] { return gueteRechnen(modell, *kern, letzte.mhz, letzte.segmente); });
-    if (kern->kennung() != "nec2c") {
-        if (!nec2c) nec2c = std::make_shared<const Nec2cKern>();
-        d.gegenprobe = gegenprobeRechnen(deck, nec2c, frequenzIndex);
+    bool vorabGilt = geplant && gleicheFrequenz(*geplant, letzte.mhz);
+    if (vorabGilt) {
+        try {
+            vorabGilt = Guetetest::deck(modell, letzte.mhz, letzte.segmente).has_value();
+        } catch (const std::exception&) {
+            vorabGilt = false;
+        }
     }
-    d.guete = guete.get();
+    auto vorabWert = vorab.valid() ? vorab.get() : std::nullopt;
+    d.guete = vorabGilt ? vorabWert : gueteRechnen(modell, *kern, letzte.mhz, letzte.segmente);
+    if (gegenprobe.valid()) d.gegenprobe = gegenprobe.get();
     return d;
 }
 

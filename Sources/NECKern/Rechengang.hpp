@@ -26,7 +26,7 @@ struct Durchlauf {
     std::optional<Urteile::Gegenprobe> gegenprobe;
 };
 
-// Blockiert, bis alles gerechnet ist. Gütetest und Gegenprobe laufen nebeneinander.
+// Blockiert, bis alles gerechnet ist. Gütetest und Gegenprobe laufen neben dem Hauptlauf.
 // Die Gegenprobe rechnet mit `nec2c`; ohne Angabe wird nec2c gesucht.
 Durchlauf rechnen(const Modell& modell, const KernZeiger& kern, std::size_t frequenzIndex = 0,
                   KernZeiger nec2c = nullptr);
