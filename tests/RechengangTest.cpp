@@ -55,7 +55,12 @@ TEST(Rechengang, DrahtEndeMitteImSegmentWirdGemeldet) {
                            "x");
     auto d = Rechengang::rechnen(m, nec2c());
     ASSERT_FALSE(d.fehler) << *d.fehler;
-    EXPECT_FALSE(d.befunde.empty());
+    ASSERT_EQ(d.befunde.size(), 1u);
+    EXPECT_EQ(d.befunde[0].stufe, Stufe::fehler);
+    EXPECT_EQ(d.befunde[0].text,
+              "Draht 2 endet auf Draht 1, ist dort aber nicht verbunden (1 Stelle(n)) – NEC "
+              "verbindet nur an Segmentenden. Segmentzahl so wählen, dass am Anschlusspunkt ein "
+              "Segmentende liegt.");
 }
 
 TEST(Rechengang, AndererKernBekommtDieGegenprobe) {
