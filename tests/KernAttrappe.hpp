@@ -74,7 +74,8 @@ class KernAttrappe final : public NECKern::Rechenkern {
     std::string beschreibung() const override { return "Antwortet ohne Programm."; }
     bool verfuegbar() const override { return true; }
 
-    NECKern::NECErgebnis rechnen(std::string_view deck) const override {
+    using NECKern::Rechenkern::rechnen;
+    NECKern::NECErgebnis rechnen(std::string_view deck, std::stop_token) const override {
         auto fr = kartenzahlen(deck, "FR");
         fr.resize(6, 0.0);
         Lauf lauf{fr[4], static_cast<int>(fr[1]), fr[5], std::string(deck)};

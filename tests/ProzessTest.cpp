@@ -154,3 +154,23 @@ TEST(Prozess, VieleLaeufeZugleich) {
     EXPECT_EQ(richtig, 80);
     EXPECT_TRUE(temp.eintraege().empty());
 }
+
+TEST(Prozess, StoppwunschBeendetAuchEinSturesProgramm) {
+    PrivaterTemp temp;
+    Prozess::Arbeitsordner ordner;
+    for (const char* art : {"haengen", "stur"}) {
+        std::stop_source stopp;
+        std::jthread spaeter([&] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(100));
+            stopp.request_stop();
+        });
+        EXPECT_THAT([&] { Prozess::ausfuehren(falscherKern, {art}, ordner.pfad(), 300, stopp.get_token()); },
+                    testing::ThrowsMessage<KernFehler>("Rechnung abgebrochen."))
+            << art;
+    }
+    // Nach dem Stoppwunsch startet nichts mehr.
+    std::stop_source schon;
+    schon.request_stop();
+    EXPECT_THROW(Prozess::ausfuehren(falscherKern, {"ordner"}, ordner.pfad(), 300, schon.get_token()),
+                 KernFehler);
+}

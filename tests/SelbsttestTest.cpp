@@ -39,7 +39,8 @@ class NachgebildeterKern final : public Rechenkern {
     std::string beschreibung() const override { return "Für Tests"; }
     bool verfuegbar() const override { return true; }
 
-    NECErgebnis rechnen(std::string_view deck) const override {
+    using Rechenkern::rechnen;
+    NECErgebnis rechnen(std::string_view deck, std::stop_token) const override {
         {
             std::lock_guard sperre(m_);
             decks_.emplace_back(deck);

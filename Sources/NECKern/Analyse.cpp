@@ -5,6 +5,7 @@
 #include "NECKern/Json.hpp"
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -81,7 +82,9 @@ void from_json(const ordered_json& j, Frequenzpunkt& p) {
 }
 
 std::vector<Frequenzpunkt> Analyse::frequenzgang(const Modell& modell, const Rechenkern& kern, double von,
-                                                 double bis, int punkte, bool mitDiagramm, int parallel) {
+                                                 double bis, int punkte, bool mitDiagramm, int parallel,
+                                                 std::stop_token stopp,
+                                                 const std::function<void(int)>& fertig) {
     if (punkte < 2) throw KernFehler("Der Frequenzgang braucht mindestens 2 Frequenzen.");
     if (parallel < 1) throw KernFehler("Der Frequenzgang braucht mindestens einen Rechenlauf zugleich.");
     double schritt = (bis - von) / (punkte - 1);
@@ -90,15 +93,18 @@ std::vector<Frequenzpunkt> Analyse::frequenzgang(const Modell& modell, const Rec
 
     auto liste = stuecke(punkte, parallel);
     std::vector<std::vector<Frequenzpunkt>> teile(liste.size());
+    std::atomic<int> gerechnet{0};
     aufgabengruppe(liste.size(), liste.size(), [&](std::size_t g) {
         const auto& stueck = liste[g];
         double start = von + static_cast<double>(stueck.anfang) * schritt;
         auto fr = Frequenzkarte::linear(start, stueck.anzahl, schritt);
         auto ohne = mitDiagramm ? std::vector<std::string>{} : std::vector<std::string>{"RP"};
         auto deck = Frequenzkarte::einsetzen(modell, std::move(fr), ohne).deck();
-        auto ergebnis = kern.rechnen(deck);
+        auto ergebnis = kern.rechnen(deck, stopp);
         for (const auto& f : ergebnis.frequenzen)
             teile[g].push_back(punkt(f, modell.z0));
+        const int bisher = gerechnet += static_cast<int>(stueck.anzahl);
+        if (fertig) fertig(bisher);
     });
 
     std::vector<Frequenzpunkt> alle;

@@ -4,8 +4,10 @@
 #include "NECKern/Modell.hpp"
 #include "NECKern/Rechenkerne/Rechenkern.hpp"
 
+#include <functional>
 #include <nlohmann/json_fwd.hpp>
 #include <optional>
+#include <stop_token>
 #include <vector>
 
 namespace NECKern {
@@ -33,8 +35,12 @@ namespace Analyse {
 // Der erste Fehler eines Laufs wird geworfen, sobald alle Läufe zu Ende sind;
 // danach beginnt kein weiterer Lauf, und es gibt keine Teilliste.
 // Wirft KernFehler bei punkte < 2, parallel < 1 oder nicht endlichen Grenzen.
+// `stopp` hält alle laufenden Kernläufe an; `fertig` meldet nach jedem Lauf die
+// Zahl der bisher gerechneten Punkte (aus dem Thread dieses Laufs).
 std::vector<Frequenzpunkt> frequenzgang(const Modell& modell, const Rechenkern& kern, double von, double bis,
-                                        int punkte, bool mitDiagramm, int parallel);
+                                        int punkte, bool mitDiagramm, int parallel,
+                                        std::stop_token stopp = {},
+                                        const std::function<void(int fertig)>& fertig = {});
 
 } // namespace Analyse
 } // namespace NECKern

@@ -179,7 +179,7 @@ std::vector<double> Optimierer::kostenVieler(const std::vector<Werte>& punkte) c
     std::vector<std::vector<FrequenzErgebnis>> antworten(punkte.size() * k);
     aufgabengruppe(antworten.size(), parallel_, [&](std::size_t i) {
         auto deck = laufModelle_[i % k].deck(punkte[i / k]);
-        auto ergebnis = kern->rechnen(deck);
+        auto ergebnis = kern->rechnen(deck, stopp_.get_token());
         ++laeufe_;
         antworten[i] = zuordnen(std::move(ergebnis.frequenzen), frequenzen_[i % k]);
     });

@@ -8,6 +8,7 @@
 #include <atomic>
 #include <functional>
 #include <nlohmann/json_fwd.hpp>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -64,6 +65,12 @@ class Optimierer {
     bool abgebrochen() const { return abgebrochen_.load(); }
     // Darf aus jedem Thread gerufen werden; die Suche endet vor ihrem nächsten Schritt.
     void abbrechen() { abgebrochen_ = true; }
+    // Wie abbrechen, hält aber auch die laufenden Kernläufe an: die Suche endet
+    // dann mit KernFehler(Prozess::abgebrochen). Für das Programmende.
+    void anhalten() {
+        abgebrochen_ = true;
+        stopp_.request_stop();
+    }
 
     // Kosten eines Punkts (Variablenname → Wert). Je verschiedener Zielfrequenz
     // ein Kernlauf, alle parallel: das Deck verlangt mit einer FR-Karte genau diese
@@ -102,6 +109,7 @@ class Optimierer {
     std::vector<double> frequenzen_;  // verschiedene endliche Zielfrequenzen
     std::vector<Modell> laufModelle_; // je Zielfrequenz: Modell mit genau dieser FR-Karte
     std::atomic<bool> abgebrochen_{false};
+    std::stop_source stopp_;
     mutable std::atomic<long> laeufe_{0};
 };
 

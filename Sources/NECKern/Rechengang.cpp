@@ -11,11 +11,11 @@
 namespace NECKern::Rechengang {
 
 std::optional<double> gueteRechnen(const Modell& modell, const Rechenkern& kern, double mhz,
-                                   const std::vector<Segment>& segmente) {
+                                   const std::vector<Segment>& segmente, std::stop_token stopp) {
     try {
         auto deck = Guetetest::deck(modell, mhz, segmente);
         if (!deck) return std::nullopt;
-        auto ergebnis = kern.rechnen(*deck);
+        auto ergebnis = kern.rechnen(*deck, stopp);
         if (ergebnis.frequenzen.empty()) return std::nullopt;
         return Guetetest::mittlererGewinn(ergebnis.frequenzen.front().diagramm);
     } catch (const std::exception&) {
@@ -26,9 +26,9 @@ std::optional<double> gueteRechnen(const Modell& modell, const Rechenkern& kern,
 namespace {
 
 std::optional<Urteile::Gegenprobe> gegenprobeRechnen(const std::string& deck, const KernZeiger& nec2c,
-                                                     std::size_t frequenzIndex) {
+                                                     std::size_t frequenzIndex, std::stop_token stopp) {
     try {
-        return Urteile::gegenprobeAus(nec2c->rechnen(deck), frequenzIndex);
+        return Urteile::gegenprobeAus(nec2c->rechnen(deck, stopp), frequenzIndex);
     } catch (const std::exception&) {
         return std::nullopt; // ohne nec2c keine Gegenprobe, aber auch keine Meldung
     }
@@ -50,7 +50,8 @@ bool gleicheFrequenz(double a, double b) {
 
 } // namespace
 
-Durchlauf rechnen(const Modell& modell, const KernZeiger& kern, std::size_t frequenzIndex, KernZeiger nec2c) {
+Durchlauf rechnen(const Modell& modell, const KernZeiger& kern, std::size_t frequenzIndex, KernZeiger nec2c,
+                  std::stop_token stopp) {
     Durchlauf d;
     if (auto satz = Modellpruefung::vorpruefen(modell)) {
         d.fehler = *satz;
@@ -69,16 +70,17 @@ Durchlauf rechnen(const Modell& modell, const KernZeiger& kern, std::size_t freq
     auto geplant = letzteGeplanteFrequenz(modell);
     std::future<std::optional<double>> vorab;
     if (geplant)
-        vorab = std::async(std::launch::async, [&] { return gueteRechnen(modell, *kern, *geplant, {}); });
+        vorab =
+            std::async(std::launch::async, [&] { return gueteRechnen(modell, *kern, *geplant, {}, stopp); });
     std::future<std::optional<Urteile::Gegenprobe>> gegenprobe;
     if (kern->kennung() != "nec2c") {
         if (!nec2c) nec2c = std::make_shared<const Nec2cKern>();
-        gegenprobe =
-            std::async(std::launch::async, [&] { return gegenprobeRechnen(deck, nec2c, frequenzIndex); });
+        gegenprobe = std::async(std::launch::async,
+                                [&] { return gegenprobeRechnen(deck, nec2c, frequenzIndex, stopp); });
     }
 
     try {
-        d.ergebnis = kern->rechnen(deck);
+        d.ergebnis = kern->rechnen(deck, stopp);
     } catch (const std::exception& e) {
         d.fehler = e.what();
         return d;
@@ -104,7 +106,7 @@ Durchlauf rechnen(const Modell& modell, const KernZeiger& kern, std::size_t freq
         }
     }
     auto vorabWert = vorab.valid() ? vorab.get() : std::nullopt;
-    d.guete = vorabGilt ? vorabWert : gueteRechnen(modell, *kern, letzte.mhz, letzte.segmente);
+    d.guete = vorabGilt ? vorabWert : gueteRechnen(modell, *kern, letzte.mhz, letzte.segmente, stopp);
     if (gegenprobe.valid()) d.gegenprobe = gegenprobe.get();
     return d;
 }

@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -28,11 +29,12 @@ struct Durchlauf {
 
 // Blockiert, bis alles gerechnet ist. Gütetest und Gegenprobe laufen neben dem Hauptlauf.
 // Die Gegenprobe rechnet mit `nec2c`; ohne Angabe wird nec2c gesucht.
+// `stopp` hält alle Läufe an; der Durchlauf trägt dann den Satz Prozess::abgebrochen.
 Durchlauf rechnen(const Modell& modell, const KernZeiger& kern, std::size_t frequenzIndex = 0,
-                  KernZeiger nec2c = nullptr);
+                  KernZeiger nec2c = nullptr, std::stop_token stopp = {});
 
 // Der Gütetest allein: nichts, wenn das Modell nicht taugt oder der Kern scheitert.
 std::optional<double> gueteRechnen(const Modell& modell, const Rechenkern& kern, double mhz,
-                                   const std::vector<Segment>& segmente);
+                                   const std::vector<Segment>& segmente, std::stop_token stopp = {});
 
 } // namespace NECKern::Rechengang

@@ -45,9 +45,9 @@ struct Lauf {
     std::string fehler;
 };
 
-Lauf rechnen(const Rechenkern& kern, const std::string& deck) {
+Lauf rechnen(const Rechenkern& kern, const std::string& deck, std::stop_token stopp) {
     try {
-        auto ergebnis = kern.rechnen(deck);
+        auto ergebnis = kern.rechnen(deck, stopp);
         if (ergebnis.frequenzen.empty()) return {};
         return {std::move(ergebnis.frequenzen.front()), {}};
     } catch (const std::exception& e) {
@@ -201,44 +201,49 @@ bool bekannteAbweichung(std::string_view kennung, std::string_view pruefung) {
     return it != tabelle.end() && it->second.contains(std::string(pruefung));
 }
 
-std::vector<Zeile> laufen(const Rechenkern& kern) {
-    // Strikt nacheinander: ein Lauf je Deck.
-    const Lauf kurz = rechnen(kern, kurzerDipol());
-    const Lauf halb = rechnen(kern, halbwellenDipol());
-    const Lauf kugel = rechnen(kern, halbwellenDipol(rpKugel));
-    const Lauf mono = rechnen(kern, monopol());
-    const Lauf nah = rechnen(kern, halbwellenDipol(rpQuer, "NE 0 1 1 1 30 0 0 0 0 0\n"));
-
+std::vector<Zeile> laufen(const Rechenkern& kern, const std::function<void(const Zeile&)>& jeZeile,
+                          std::stop_token stopp) {
+    std::vector<Zeile> zeilen;
+    auto melden = [&](Zeile z) {
+        zeilen.push_back(std::move(z));
+        if (jeZeile) jeZeile(zeilen.back());
+    };
+    // Strikt nacheinander: ein Lauf je Deck; jede Zeile, sobald ihre Läufe da sind.
     const double rKurz = 20.0 * std::numbers::pi * std::numbers::pi * 0.05 * 0.05;
+    const Lauf kurz = rechnen(kern, kurzerDipol(), stopp);
+    melden(vergleichen({"Kurzer Dipol 0,05 λ: Strahlungswiderstand (Ω)", rKurz, 0.0246740110027234,
+                        fmt::sprintf("%.4f", rKurz), "%.4f", "Theorie des kurzen Dipols: 20π²(l/λ)²"},
+                       widerstand(kurz)));
+    melden(vergleichen({"Kurzer Dipol: Gewinn (dBi)", 1.76, 0.05, fmt::sprintf("%.2f", 1.76), "%.2f",
+                        "Theorie des kurzen Dipols: D = 1,5"},
+                       gewinn(kurz)));
+
+    const Lauf halb = rechnen(kern, halbwellenDipol(), stopp);
     const Wert rHalb = widerstand(halb);
     const Wert gHalb = gewinn(halb);
-
-    std::vector<Zeile> zeilen;
-    zeilen.push_back(
-        vergleichen({"Kurzer Dipol 0,05 λ: Strahlungswiderstand (Ω)", rKurz, 0.0246740110027234,
-                     fmt::sprintf("%.4f", rKurz), "%.4f", "Theorie des kurzen Dipols: 20π²(l/λ)²"},
-                    widerstand(kurz)));
-    zeilen.push_back(vergleichen({"Kurzer Dipol: Gewinn (dBi)", 1.76, 0.05, fmt::sprintf("%.2f", 1.76),
-                                  "%.2f", "Theorie des kurzen Dipols: D = 1,5"},
-                                 gewinn(kurz)));
-    zeilen.push_back(vergleichen({"λ/2-Dipol: Gewinn (dBi)", 2.15, 0.05, fmt::sprintf("%.2f", 2.15), "%.2f",
-                                  "Theorie des λ/2-Dipols: D = 1,64"},
-                                 gHalb));
-    zeilen.push_back(
+    melden(vergleichen({"λ/2-Dipol: Gewinn (dBi)", 2.15, 0.05, fmt::sprintf("%.2f", 2.15), "%.2f",
+                        "Theorie des λ/2-Dipols: D = 1,64"},
+                       gHalb));
+    melden(
         vergleichen({"λ/2-Dipol (a = 10⁻⁵ λ): R (Ω)", 77.9, 1.558, fmt::sprintf("%.2f ± %.2f", 77.9, 1.558),
                      "%.2f", "nec2c, gegen a → 0 = 73,1 Ω geprüft"},
                     rHalb));
-    zeilen.push_back(vergleichen({"λ/2-Dipol: mittlerer Gewinn (Energieerhaltung)", 1, 0.02,
-                                  fmt::sprintf("%.3f ± %.3f", 1.0, 0.02), "%.3f", "Energieerhaltung"},
-                                 mittel(kugel)));
-    zeilen.push_back(
-        vergleichen({"Monopol über idealem Boden: R / (Dipol-R / 2)", 1, 0.03,
-                     fmt::sprintf("%.3f ± %.3f", 1.0, 0.03), "%.3f", "Spiegelungsprinzip"},
-                    verknuepfen(widerstand(mono), rHalb, [](double m, double d) { return m / (d / 2); })));
-    zeilen.push_back(vergleichen(
+
+    const Lauf kugel = rechnen(kern, halbwellenDipol(rpKugel), stopp);
+    melden(vergleichen({"λ/2-Dipol: mittlerer Gewinn (Energieerhaltung)", 1, 0.02,
+                        fmt::sprintf("%.3f ± %.3f", 1.0, 0.02), "%.3f", "Energieerhaltung"},
+                       mittel(kugel)));
+
+    const Lauf mono = rechnen(kern, monopol(), stopp);
+    melden(vergleichen({"Monopol über idealem Boden: R / (Dipol-R / 2)", 1, 0.03,
+                        fmt::sprintf("%.3f ± %.3f", 1.0, 0.03), "%.3f", "Spiegelungsprinzip"},
+                       verknuepfen(widerstand(mono), rHalb, [](double m, double d) { return m / (d / 2); })));
+    melden(vergleichen(
         {"Monopol: Gewinn − Dipol (dB)", 3.01, 0.1, fmt::sprintf("%.2f", 3.01), "%.2f", "Spiegelungsprinzip"},
         verknuepfen(gewinn(mono), gHalb, [](double m, double d) { return m - d; })));
-    zeilen.push_back(nahfeldZeile(leistung(halb), gHalb, nahfeld(nah)));
+
+    const Lauf nah = rechnen(kern, halbwellenDipol(rpQuer, "NE 0 1 1 1 30 0 0 0 0 0\n"), stopp);
+    melden(nahfeldZeile(leistung(halb), gHalb, nahfeld(nah)));
     return zeilen;
 }
 

@@ -2,10 +2,12 @@
 
 #include "NECKern/Rechenkerne/Rechenkern.hpp"
 
+#include <functional>
 #include <map>
 #include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <set>
+#include <stop_token>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,8 +35,11 @@ const std::map<std::string, std::set<std::string>>& bekannteAbweichungen();
 bool bekannteAbweichung(std::string_view kennung, std::string_view pruefung);
 
 // Rechnet die Fälle nacheinander auf dem Kern; eine Zeile je Prüfung, in fester
-// Reihenfolge. Ein gescheiterter Lauf wird zur nicht bestandenen Zeile.
-std::vector<Zeile> laufen(const Rechenkern& kern);
+// Reihenfolge. Ein gescheiterter Lauf wird zur nicht bestandenen Zeile. `jeZeile`
+// erhält jede Zeile, sobald ihre Läufe gerechnet sind; nach einem Stoppwunsch
+// beginnt kein Lauf mehr und die übrigen Zeilen tragen Prozess::abgebrochen.
+std::vector<Zeile> laufen(const Rechenkern& kern, const std::function<void(const Zeile&)>& jeZeile = {},
+                          std::stop_token stopp = {});
 
 // Der Satz unter der Tabelle; nur ausdrücklich nicht bestandene Zeilen zählen.
 std::string zusammenfassung(const std::vector<Zeile>& zeilen);

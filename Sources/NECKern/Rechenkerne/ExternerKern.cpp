@@ -115,25 +115,25 @@ bool ExternerKern::verfuegbar() const {
     return Datei::ausfuehrbar(programm_);
 }
 
-NECErgebnis ExternerKern::rechnen(std::string_view deck) const {
+NECErgebnis ExternerKern::rechnen(std::string_view deck, std::stop_token stopp) const {
     std::string d(deck);
     if (helixAufloesen_) d = Geometrie::abflachen(d);
     if (eindeutigeTags_) d = Geometrie::eindeutigeTags(d);
-    if (!feldkartenEinzeln_) return einLauf(d);
+    if (!feldkartenEinzeln_) return einLauf(d, stopp);
 
     auto teile = feldkartenTrennen(d);
-    if (teile.size() <= 1) return einLauf(teile.empty() ? d : teile.front());
-    auto basis = einLauf(teile.front());
+    if (teile.size() <= 1) return einLauf(teile.empty() ? d : teile.front(), stopp);
+    auto basis = einLauf(teile.front(), stopp);
     for (std::size_t i = 1; i < teile.size(); ++i)
-        zusammenfuehren(basis, einLauf(teile[i]));
+        zusammenfuehren(basis, einLauf(teile[i], stopp));
     return basis;
 }
 
-NECErgebnis ExternerKern::einLauf(std::string_view deck) const {
+NECErgebnis ExternerKern::einLauf(std::string_view deck, std::stop_token stopp) const {
     Prozess::Arbeitsordner ordner;
     Datei::schreibenAtomar(ordner.pfad() / "a.nec", ascii(deck));
     auto start = std::chrono::steady_clock::now();
-    auto ende = Prozess::ausfuehren(programm_, argumenteFuer(argumente_), ordner.pfad(), zeitlimit);
+    auto ende = Prozess::ausfuehren(programm_, argumenteFuer(argumente_), ordner.pfad(), zeitlimit, stopp);
     auto bericht = berichtLesen(ordner.pfad() / "a.out");
     if (!bericht)
         throw KernFehler(name_ + ": keine Ausgabe (" + std::to_string(ende.status) + ") " +

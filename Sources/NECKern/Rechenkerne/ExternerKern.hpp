@@ -27,10 +27,11 @@ class ExternerKern final : public Rechenkern {
     std::string beschreibung() const override { return beschreibung_; }
     bool verfuegbar() const override;
     // Der ganze Lauf mit angewandten Schaltern; mehrere Feldkarten nacheinander.
-    NECErgebnis rechnen(std::string_view deck) const override;
+    using Rechenkern::rechnen;
+    NECErgebnis rechnen(std::string_view deck, std::stop_token stopp) const override;
 
     // Ein Lauf des Programms auf genau diesem Deck.
-    NECErgebnis einLauf(std::string_view deck) const;
+    NECErgebnis einLauf(std::string_view deck, std::stop_token stopp = {}) const;
     // Ein Deck je Feldkarte; mit weniger als zwei Feldkarten das Deck selbst.
     static std::vector<std::string> feldkartenTrennen(std::string_view deck);
 

@@ -63,13 +63,13 @@ bool Nec2cKern::verfuegbar() const {
     return programm_ && Datei::ausfuehrbar(*programm_);
 }
 
-NECErgebnis Nec2cKern::rechnen(std::string_view deck) const {
+NECErgebnis Nec2cKern::rechnen(std::string_view deck, std::stop_token stopp) const {
     if (!verfuegbar()) throw KernFehler("nec2c nicht gefunden");
     Prozess::Arbeitsordner ordner;
     Datei::schreibenAtomar(ordner.pfad() / "a.nec", ascii(deck));
     const auto start = std::chrono::steady_clock::now();
     const auto ende =
-        Prozess::ausfuehren(*programm_, {"-i", "a.nec", "-o", "a.out"}, ordner.pfad(), zeitlimit);
+        Prozess::ausfuehren(*programm_, {"-i", "a.nec", "-o", "a.out"}, ordner.pfad(), zeitlimit, stopp);
     const std::string bericht = Datei::lesenAscii(ordner.pfad() / "a.out");
     const auto fehlerausgabe = Datei::trimmen(ende.fehlerausgabe);
 

@@ -22,7 +22,8 @@ class Nec2cKern final : public Rechenkern {
         return "Klassischer NEC-2-Kern, voll kompatibel, mit Bodenmodellen. Schnell.";
     }
     bool verfuegbar() const override;
-    NECErgebnis rechnen(std::string_view deck) const override;
+    using Rechenkern::rechnen;
+    NECErgebnis rechnen(std::string_view deck, std::stop_token stopp) const override;
 
     const std::optional<std::filesystem::path>& programm() const { return programm_; }
 

@@ -9,10 +9,12 @@
 #include <chrono>
 #include <cmath>
 #include <csignal>
+#include <cstdint>
 #include <fcntl.h>
 #include <optional>
 #include <poll.h>
 #include <spawn.h>
+#include <sys/eventfd.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -27,8 +29,10 @@ namespace {
 
 using Uhr = std::chrono::steady_clock;
 
-// Nach SIGTERM bekommt das Programm so lange, bevor SIGKILL folgt.
+// Nach SIGTERM bekommt das Programm so lange, bevor SIGKILL folgt. Angehaltene
+// Läufe bekommen weniger, damit ein Programmende nie lange auf sie wartet.
 constexpr auto gnadenfrist = std::chrono::seconds(2);
+constexpr auto gnadenfristAngehalten = std::chrono::milliseconds(500);
 // Mehr Fehlerausgabe wird weiter gelesen (damit das Programm nie hängt), aber verworfen.
 constexpr std::size_t fehlerausgabeHoechstens = 8u << 20;
 
@@ -173,7 +177,18 @@ std::filesystem::path arbeitsordner() {
 }
 
 Ende ausfuehren(const std::filesystem::path& programm, const std::vector<std::string>& argumente,
-                const std::filesystem::path& ordner, double zeitlimit) {
+                const std::filesystem::path& ordner, double zeitlimit, std::stop_token stopp) {
+    if (stopp.stop_requested()) throw KernFehler(abgebrochen);
+    // Ein Stoppwunsch weckt das Warten über einen eigenen Deskriptor.
+    Fd wecker(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
+    if (wecker.get() < 0)
+        throw KernFehler("Für " + inAnfuehrung(programm) +
+                         " konnte kein Weckdeskriptor angelegt werden: " + grund(errno) + ".");
+    std::stop_callback wecken(stopp, [fd = wecker.get()] {
+        const std::uint64_t eins = 1;
+        (void)!::write(fd, &eins, sizeof eins);
+    });
+
     int leitung[2];
     if (::pipe2(leitung, O_CLOEXEC) != 0)
         throw KernFehler("Für " + inAnfuehrung(programm) +
@@ -222,9 +237,12 @@ Ende ausfuehren(const std::filesystem::path& programm, const std::vector<std::st
     auto frist = fristNach(zeitlimit);
     int gesendet = 0;
     bool leitungOffen = true;
+    bool angehalten = false;
     for (;;) {
-        pollfd warten[2] = {{pidfd.get(), POLLIN, 0}, {leitungOffen ? lesen.get() : -1, POLLIN, 0}};
-        const int bereit = ::poll(warten, 2, millisekundenBis(frist));
+        pollfd warten[3] = {{pidfd.get(), POLLIN, 0},
+                            {leitungOffen ? lesen.get() : -1, POLLIN, 0},
+                            {angehalten ? -1 : wecker.get(), POLLIN, 0}};
+        const int bereit = ::poll(warten, 3, millisekundenBis(frist));
         if (bereit < 0) {
             if (errno == EINTR) continue;
             throw KernFehler("Das Warten auf " + inAnfuehrung(programm) +
@@ -232,6 +250,13 @@ Ende ausfuehren(const std::filesystem::path& programm, const std::vector<std::st
         }
         if (warten[1].revents != 0) leitungOffen = abholen(lesen.get(), fehlerausgabe);
         if (warten[0].revents != 0) break;
+        if (warten[2].revents != 0) {
+            angehalten = true;
+            signalSenden(pidfd.get(), SIGTERM);
+            gesendet = SIGTERM;
+            frist = Uhr::now() + gnadenfristAngehalten;
+            continue;
+        }
         if (frist && Uhr::now() >= *frist) {
             const int signal = gesendet == 0 ? SIGTERM : SIGKILL;
             signalSenden(pidfd.get(), signal);
@@ -240,6 +265,7 @@ Ende ausfuehren(const std::filesystem::path& programm, const std::vector<std::st
         }
     }
     const int status = kind.einsammeln();
+    if (angehalten) throw KernFehler(abgebrochen);
     // Den Rest abholen, ohne auf Enkel zu warten, die die Leitung noch halten.
     while (leitungOffen && fehlerausgabe.size() < fehlerausgabeHoechstens) {
         const auto vorher = fehlerausgabe.size();
