@@ -5,13 +5,12 @@
 #include "ModellWahl.hpp"
 
 #include "NECKern/Analyse.hpp"
-#include "NECKern/Rechenkerne/Ascii.hpp"
+#include "NECKern/Gangdatei.hpp"
 
 #include <atomic>
 #include <cerrno>
 #include <chrono>
 #include <cmath>
-#include <complex>
 #include <fmt/format.h>
 #include <fmt/printf.h>
 #include <fstream>
@@ -48,22 +47,6 @@ std::string tabelle(const std::vector<NECKern::Frequenzpunkt>& punkte, double z0
     return text;
 }
 
-// Leeres Feld, wenn der Wert fehlt; Zahlen mit Dezimalpunkt und neun Stellen.
-std::string csvZahl(std::optional<double> x) {
-    return x && std::isfinite(*x) ? fmt::sprintf("%.9g", *x) : std::string();
-}
-
-std::string csv(const std::vector<NECKern::Frequenzpunkt>& punkte) {
-    std::string text = "mhz,re,im,swr,gewinn,vorRueck\n";
-    for (const auto& p : punkte) {
-        std::optional<double> re, im;
-        if (p.impedanz) re = p.impedanz->re, im = p.impedanz->im;
-        text += fmt::format("{},{},{},{},{},{}\n", csvZahl(p.mhz), csvZahl(re), csvZahl(im), csvZahl(p.swr),
-                            csvZahl(p.gewinn), csvZahl(p.vorRueck));
-    }
-    return text;
-}
-
 nlohmann::ordered_json json(const NECKern::Modell& m, const std::string& kern,
                             const std::vector<NECKern::Frequenzpunkt>& punkte) {
     nlohmann::ordered_json j;
@@ -72,22 +55,6 @@ nlohmann::ordered_json json(const NECKern::Modell& m, const std::string& kern,
     j["z0"] = m.z0;
     j["punkte"] = punkte;
     return j;
-}
-
-// S11 gegen z0 im Touchstone-Format 1.1; Punkte ohne Impedanz fehlen (eine Zeile sagt es).
-std::string touchstone(const NECKern::Modell& m, const std::vector<NECKern::Frequenzpunkt>& punkte) {
-    std::string text = "! Wellenwerk: " + NECKern::ascii(m.name) + fmt::sprintf(", S11 gegen %g Ohm\n", m.z0);
-    text += fmt::sprintf("# MHZ S RI R %g\n", m.z0);
-    for (const auto& p : punkte) {
-        if (!p.impedanz) {
-            text += fmt::sprintf("! %.9g MHz: keine Impedanz\n", p.mhz);
-            continue;
-        }
-        const std::complex<double> z(p.impedanz->re, p.impedanz->im);
-        const auto s11 = (z - m.z0) / (z + m.z0);
-        text += fmt::sprintf("%.9g %.9g %.9g\n", p.mhz, s11.real(), s11.imag());
-    }
-    return text;
 }
 
 // Auf einem Terminal zeigt stderr, dass gerechnet wird; in Dateien und Pipes bleibt es still.
@@ -130,11 +97,12 @@ int gang(const Optionen& o) {
         Fortschritt anzeige(o.punkte);
         punkte = NECKern::Analyse::frequenzgang(modell, *kern, o.von, o.bis, o.punkte, true, parallel);
     }
-    if (!o.touchstone.empty()) Ausgabe::dateiSchreiben(o.touchstone, touchstone(modell, punkte));
+    if (!o.touchstone.empty())
+        Ausgabe::dateiSchreiben(o.touchstone, NECKern::Gangdatei::touchstone(modell, punkte));
     if (o.json)
         std::cout << json(modell, kern->kennung(), punkte).dump(2) << '\n';
     else if (o.csv)
-        std::cout << csv(punkte);
+        std::cout << NECKern::Gangdatei::csv(punkte);
     else
         std::cout << tabelle(punkte, modell.z0);
     if (punkte.empty()) {
