@@ -1,0 +1,6 @@
+#include <QCoreApplication>
+#include <gtest/gtest.h>
+
+TEST(Anwendung, HatEreignisschleife) {
+    EXPECT_NE(QCoreApplication::instance(), nullptr);
+}
