@@ -2,7 +2,9 @@
 
 #include <QApplication>
 #include <QFont>
+#include <QLibraryInfo>
 #include <QStyleFactory>
+#include <QTranslator>
 
 namespace Erscheinung {
 
@@ -12,6 +14,14 @@ void anwenden(QApplication& anwendung) {
     QFont schrift("DejaVu Sans");
     schrift.setPointSizeF(9.5);
     anwendung.setFont(schrift);
+    deutsch(anwendung);
+}
+
+void deutsch(QCoreApplication& anwendung) {
+    // Qts eigene Texte (Dateiwahl, Knöpfe, Befehlszeile) deutsch, unabhängig von LANG.
+    auto* qtTexte = new QTranslator(&anwendung);
+    if (qtTexte->load("qtbase_de", QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(qtTexte);
 }
 
 } // namespace Erscheinung
