@@ -1,5 +1,8 @@
 #include "Fenster/Hauptfenster.hpp"
 
+#include "Fenster/Seiten/KernSeite.hpp"
+#include "Fenster/Seiten/OptimiererSeite.hpp"
+#include "Fenster/Seiten/SelbsttestDialog.hpp"
 #include "Fenster/Symbole.hpp"
 #include "Modell/AppModell.hpp"
 
@@ -78,6 +81,8 @@ Hauptfenster::Hauptfenster(AppModell& modell, QWidget* eltern) : QMainWindow(elt
 
     status_ = new QLabel;
     statusBar()->addWidget(status_, 1);
+    // Zeigt sich selbst, solange zeigeSelbsttest gilt.
+    new SelbsttestDialog(modell_, this);
 
     connect(&modell_, &AppModell::fehlerGeaendert, this, &Hauptfenster::fehlerZeigen);
     connect(&modell_, &AppModell::ergebnisGeaendert, this, &Hauptfenster::statusZeigen);
@@ -252,8 +257,8 @@ QWidget* Hauptfenster::seitenBauen() {
     seiten_ = new QStackedWidget;
     seiten_->addWidget(platzhalter("Ergebnis"));
     seiten_->addWidget(platzhalter("Frequenzgang"));
-    seiten_->addWidget(platzhalter("Optimierer"));
-    seiten_->addWidget(platzhalter("Rechenkern"));
+    seiten_->addWidget(new OptimiererSeite(modell_));
+    seiten_->addWidget(new KernSeite(modell_));
     auto* rollen = new QScrollArea;
     rollen->setWidgetResizable(true);
     rollen->setFrameShape(QFrame::NoFrame);
@@ -267,7 +272,13 @@ QWidget* Hauptfenster::seitenBauen() {
 void Hauptfenster::seiteWaehlen(Seite s) {
     seite_ = s;
     seitenwahl_->button(static_cast<int>(s))->setChecked(true);
+    // Nur die gezeigte Seite bestimmt die Höhe im Rollbereich.
+    for (int i = 0; i < seiten_->count(); ++i) {
+        const auto politik = i == static_cast<int>(s) ? QSizePolicy::Preferred : QSizePolicy::Ignored;
+        seiten_->widget(i)->setSizePolicy(politik, politik);
+    }
     seiten_->setCurrentIndex(static_cast<int>(s));
+    seiten_->adjustSize();
 }
 
 void Hauptfenster::fehlerZeigen() {
