@@ -35,6 +35,7 @@ QAction* eintrag(QMenu* menue, const QString& text) {
 class HauptfensterTest : public AppTestHilfen::AppTest {
   protected:
     void SetUp() override {
+        kerne.push_back(AppTestHilfen::falscherExternerKern(temp.ordner(), "haengen"));
         app = anwendung();
         fenster = std::make_unique<Hauptfenster>(*app);
         // Die Dateiwahl des Fensters zeigte einen Dialog; der Test antwortet selbst.
@@ -149,6 +150,21 @@ TEST_F(HauptfensterTest, SchliessenFragtNurBeiUngesichertenAenderungen) {
     antworten("Verwerfen");
     fenster->close();
     EXPECT_FALSE(fenster->isVisible());
+}
+
+TEST_F(HauptfensterTest, EscapeBeendetEineLaufendeRechnung) {
+    fenster->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(fenster.get()));
+    auto* abbrechen = menuepunkt("Antenne", "Abbrechen");
+    EXPECT_FALSE(abbrechen->isEnabled());
+    app->setKernKennung("zirkon");
+    app->rechnen(false);
+    ASSERT_TRUE(warten([&] { return app->rechnetGerade() && AppTestHilfen::kinder() > 0; }));
+    EXPECT_TRUE(abbrechen->isEnabled());
+    QTest::keyClick(fenster.get(), Qt::Key_Escape);
+    EXPECT_EQ(app->fehler(), "Rechnung abgebrochen.");
+    EXPECT_FALSE(abbrechen->isEnabled());
+    EXPECT_TRUE(warten([&] { return AppTestHilfen::kinder() == 0; }));
 }
 
 class StartoptionenTest : public AppTestHilfen::AppTest {
