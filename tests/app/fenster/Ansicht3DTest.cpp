@@ -1,0 +1,152 @@
+#include "Fenster/Ansicht3D/Ansicht3D.hpp"
+#include "Ansicht3DAufzeichner.hpp"
+#include "NECKern/Beispiele.hpp"
+#include "NECKern/Rechenkerne/Nec2cKern.hpp"
+
+#include <QCoreApplication>
+#include <QImage>
+#include <QPainter>
+#include <QWheelEvent>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+namespace {
+
+NECKern::FrequenzErgebnis yagi() {
+    for (const auto& b : NECKern::Beispiele::alle())
+        if (b.name == "3-Element-Yagi 20 m") {
+            const auto e = NECKern::Nec2cKern().rechnen(b.modell().deck());
+            if (!e.frequenzen.empty()) return e.frequenzen.back();
+        }
+    ADD_FAILURE() << "Die Yagi ist nicht gerechnet";
+    return {};
+}
+
+// Ein Dipol aus drei Segmenten längs y, mit Strömen und einem θ/φ-Schnitt.
+NECKern::FrequenzErgebnis dipol(double laenge = 1) {
+    NECKern::FrequenzErgebnis e;
+    e.mhz = 145;
+    e.stroemeGeliefert = true;
+    for (int i = 0; i < 3; ++i) {
+        NECKern::Segment s;
+        s.nummer = i + 1;
+        s.tag = 1;
+        s.y = (i - 1) * laenge / 3;
+        s.laenge = laenge / 3;
+        s.beta = 90;
+        s.radius = 0.002;
+        s.strom = {i == 1 ? 0.01 : 0.004, 0};
+        e.segmente.push_back(s);
+    }
+    e.quellen.push_back({1, 2, {1, 0}, {0.01, 0}, {73, 0}});
+    for (int p = 0; p < 360; p += 10)
+        e.diagramm.push_back({90, double(p), 0, 0, 2});
+    return e;
+}
+
+QString texte(const Ansicht3D& ansicht) {
+    Textaufzeichner geraet({800, 500});
+    QPainter maler(&geraet);
+    ansicht.malen(maler, QRectF(0, 0, 800, 500));
+    return geraet.texte();
+}
+
+void rad(Ansicht3D& ansicht, int winkel) {
+    QWheelEvent e(QPointF(100, 100), QPointF(100, 100), {}, {0, winkel}, Qt::NoButton, Qt::NoModifier,
+                  Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&ansicht, &e);
+}
+
+} // namespace
+
+TEST(Ansicht3D, YagiDraehteLiegenWoDieProjektionSagt) {
+    const auto e = yagi();
+    ASSERT_EQ(e.segmente.size(), 63u);
+    Ansicht3D ansicht;
+    ansicht.resize(700, 400);
+    ansicht.setStrom(false);
+    ansicht.zeigen(e, NECKern::Modell{});
+    const QRectF rahmen(0, 0, 1000, 600); // grösser als die Ansicht, wie beim Export
+    QImage bild(1000, 600, QImage::Format_ARGB32);
+    {
+        QPainter maler(&bild);
+        ansicht.malen(maler, rahmen);
+    }
+    const auto p = ansicht.projektion(rahmen);
+    auto dunkel = [&](const QPointF& punkt) { return bild.pixelColor(punkt.toPoint()).lightness() < 110; };
+    for (const auto& s : e.segmente) {
+        if (s.nummer == 32) continue; // Speisemarke
+        const auto mitte = p.bild({s.x, s.y, s.z});
+        ASSERT_TRUE(rahmen.contains(mitte));
+        EXPECT_TRUE(dunkel(mitte)) << "Segment " << s.nummer;
+    }
+    const auto& speise = e.segmente[31];
+    EXPECT_EQ(bild.pixelColor(p.bild({speise.x, speise.y, speise.z}).toPoint()).red(), 220);
+    // Zwischen Reflektor und Strahler ist nichts.
+    const auto& r = e.segmente[5];
+    const auto& s = e.segmente[26];
+    EXPECT_FALSE(dunkel((p.bild({r.x, r.y, r.z}) + p.bild({s.x, s.y, s.z})) / 2));
+}
+
+TEST(Ansicht3D, HinweiseImBild) {
+    struct Fall {
+        std::string name;
+        std::optional<NECKern::FrequenzErgebnis> ergebnis;
+        bool koerper;
+        QString erwartet;
+        QString nicht;
+    };
+    auto ohneStroeme = dipol();
+    ohneStroeme.stroemeGeliefert = false;
+    const QString keinStrom = "Dieser Kern liefert keine Segmentströme";
+    const QString schnitt = "Das Diagramm ist nur ein Schnitt; der Körper braucht ein Raster aus θ und φ.";
+    const std::vector<Fall> faelle{
+        {"vor dem ersten Ergebnis", std::nullopt, false, "Noch nicht gerechnet", "MHz"},
+        {"ohne Ströme", ohneStroeme, false, keinStrom, "Noch nicht gerechnet"},
+        {"mit Strömen", dipol(), false, "145 MHz", keinStrom},
+        {"Schnitt mit Körper", dipol(), true, schnitt, keinStrom},
+        {"Schnitt ohne Körper", dipol(), false, "|I| in mA/V", schnitt},
+    };
+    for (const auto& f : faelle) {
+        Ansicht3D ansicht;
+        ansicht.setDiagramm3D(f.koerper);
+        ansicht.zeigen(f.ergebnis, NECKern::Modell{});
+        const auto text = texte(ansicht);
+        EXPECT_TRUE(text.contains(f.erwartet)) << f.name << ": " << text.toStdString();
+        EXPECT_FALSE(text.contains(f.nicht)) << f.name << ": " << text.toStdString();
+    }
+}
+
+TEST(Ansicht3D, AnimationLaeuftNurSichtbarUndEingeschaltet) {
+    Ansicht3D ansicht;
+    ansicht.zeigen(dipol(), NECKern::Modell{});
+    ansicht.setAnimation(true);
+    EXPECT_FALSE(ansicht.animationLaeuft());
+    ansicht.show();
+    EXPECT_TRUE(ansicht.animationLaeuft());
+    ansicht.hide();
+    EXPECT_FALSE(ansicht.animationLaeuft());
+    ansicht.show();
+    EXPECT_TRUE(ansicht.animationLaeuft());
+    auto ohneStroeme = dipol();
+    ohneStroeme.stroemeGeliefert = false;
+    ansicht.zeigen(ohneStroeme, NECKern::Modell{});
+    EXPECT_FALSE(ansicht.animationLaeuft());
+    ansicht.zeigen(dipol(), NECKern::Modell{});
+    ansicht.setAnimation(false);
+    EXPECT_FALSE(ansicht.animationLaeuft());
+}
+
+TEST(Ansicht3D, KameraBleibtBeiNeuberechnungNichtBeiNeuerAntenne) {
+    Ansicht3D ansicht;
+    ansicht.resize(600, 400);
+    ansicht.zeigen(dipol(), NECKern::Modell{});
+    rad(ansicht, 240);
+    const auto gezoomt = ansicht.kamera();
+    ASSERT_FALSE(gezoomt.eingepasst());
+    ansicht.zeigen(dipol(1.05), NECKern::Modell{});
+    EXPECT_EQ(ansicht.kamera(), gezoomt);
+    ansicht.zeigen(dipol(20), NECKern::Modell{});
+    EXPECT_TRUE(ansicht.kamera().eingepasst());
+}
