@@ -93,33 +93,27 @@ void Kamera::einpassen(std::span<const Vek3> punkte) {
     eingepasst_ = true;
     const auto p = projektion();
     constexpr double unendlich = std::numeric_limits<double>::infinity();
-    double links = unendlich, rechts = -unendlich, unten = unendlich, oben = -unendlich;
-    Vek3 summe;
-    int anzahl = 0;
+    Vek3 min{unendlich, unendlich, unendlich}, max{-unendlich, -unendlich, -unendlich};
     for (const auto& q : punkte) {
         if (!q.endlich()) continue;
-        links = std::min(links, q.punkt(p.rechts));
-        rechts = std::max(rechts, q.punkt(p.rechts));
-        unten = std::min(unten, q.punkt(p.oben));
-        oben = std::max(oben, q.punkt(p.oben));
-        summe = summe + q;
-        ++anzahl;
+        const Vek3 b{q.punkt(p.rechts), q.punkt(p.oben), q.punkt(p.zumBetrachter)};
+        min = {std::min(min.x, b.x), std::min(min.y, b.y), std::min(min.z, b.z)};
+        max = {std::max(max.x, b.x), std::max(max.y, b.y), std::max(max.z, b.z)};
     }
-    if (anzahl == 0) return;
-
-    // Die Tiefe des Ziels ist der Schwerpunkt: um ihn dreht sich die Antenne.
-    const Vek3 schwerpunkt = summe * (1.0 / anzahl);
-    const double tiefe = schwerpunkt.punkt(p.zumBetrachter);
-    ziel_ = p.rechts * ((links + rechts) / 2) + p.oben * ((unten + oben) / 2) + p.zumBetrachter * tiefe;
+    // Das Ziel liegt in der Mitte der Hülle, auch in der Tiefe: um sie dreht sich die Antenne.
+    const Vek3 mitte = (min + max) * 0.5;
+    const Vek3 ziel = p.rechts * mitte.x + p.oben * mitte.y + p.zumBetrachter * mitte.z;
+    if (!ziel.endlich()) return;
+    ziel_ = ziel;
 
     const double rand = std::max(20.0, 0.06 * std::min(groesse_.width(), groesse_.height()));
     const double breite = std::max(groesse_.width() - 2 * rand, 1.0);
     const double hoehe = std::max(groesse_.height() - 2 * rand, 1.0);
-    const double ausdehnung = std::max(rechts - links, oben - unten);
-    if (ausdehnung <= 0) return;
-    double massstab = std::numeric_limits<double>::infinity();
-    if (rechts > links) massstab = breite / (rechts - links);
-    if (oben > unten) massstab = std::min(massstab, hoehe / (oben - unten));
+    const Vek3 ausdehnung = max - min;
+    if (!(ausdehnung.x > 0 || ausdehnung.y > 0)) return;
+    double massstab = unendlich;
+    if (ausdehnung.x > 0) massstab = breite / ausdehnung.x;
+    if (ausdehnung.y > 0) massstab = std::min(massstab, hoehe / ausdehnung.y);
     massstab_ = begrenzt(massstab);
 }
 

@@ -113,7 +113,8 @@ Szene szeneBauen(const NECKern::FrequenzErgebnis& ergebnis, std::string_view dec
     szene.netz = diagrammnetz(ergebnis.diagramm);
     if (!szene.grenzen.leer()) {
         szene.koerperMitte = stromSchwerpunkt(szene.stuecke).value_or(szene.grenzen.mitte());
-        szene.koerperRadius = std::max(szene.grenzen.diagonale() / 2, 1e-3);
+        const double radius = szene.grenzen.diagonale() / 2;
+        szene.koerperRadius = std::isfinite(radius) ? std::max(radius, 1e-3) : 1.0;
     }
     return szene;
 }

@@ -5,9 +5,11 @@
 
 #include <QCoreApplication>
 #include <QImage>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QWheelEvent>
 #include <gtest/gtest.h>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -149,4 +151,31 @@ TEST(Ansicht3D, KameraBleibtBeiNeuberechnungNichtBeiNeuerAntenne) {
     EXPECT_EQ(ansicht.kamera(), gezoomt);
     ansicht.zeigen(dipol(20), NECKern::Modell{});
     EXPECT_TRUE(ansicht.kamera().eingepasst());
+}
+
+TEST(Ansicht3D, UnsinnigeWerteUndExtremerZoomMalenOhneAbsturz) {
+    constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+    constexpr double unendlich = std::numeric_limits<double>::infinity();
+    auto e = dipol();
+    e.mitBoden = true;
+    e.segmente[0].x = 1e300;
+    e.segmente[0].laenge = 1e300;
+    e.segmente[1].radius = nan;
+    e.segmente[1].strom = {unendlich, nan};
+    e.segmente[2].y = nan;
+    e.diagramm = {{0, 0, 0, 0, unendlich}, {nan, 0, 0, 0, 1}, {90, 0, 0, 0, nan}, {90, 90, 0, 0, 1},
+                  {0, 90, 0, 0, 1},        {180, 0, 0, 0, 1}, {180, 90, 0, 0, 1}};
+    Ansicht3D ansicht;
+    ansicht.resize(400, 300);
+    ansicht.setDiagramm3D(true);
+    ansicht.zeigen(e, NECKern::Modell{});
+    for (int i = 0; i < 60; ++i)
+        rad(ansicht, i < 30 ? 600 : -1200);
+    QMouseEvent zeiger(QEvent::MouseMove, QPointF(200, 150), QPointF(200, 150), Qt::NoButton, Qt::NoButton,
+                       Qt::NoModifier);
+    QCoreApplication::sendEvent(&ansicht, &zeiger);
+    QImage bild(400, 300, QImage::Format_ARGB32);
+    QPainter maler(&bild);
+    ansicht.malen(maler, QRectF(0, 0, 400, 300));
+    EXPECT_TRUE(ansicht.kamera().ziel().endlich());
 }
