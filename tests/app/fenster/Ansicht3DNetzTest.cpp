@@ -12,11 +12,13 @@ using Art = Diagrammnetz::Art;
 
 namespace {
 
-// Eine Keule nach +x: Gewinn in dBi über θ (vom Zenit) und φ, Maximum 10 dBi bei θ 90, φ 0.
+// Eine Keule nach +x über einem Sockel: Gewinn in dBi über θ (vom Zenit) und φ, Maximum
+// 10 dBi bei θ 90, φ 0, an den Polen 0 dBi, nach hinten bis unter die Untergrenze.
 double gewinn(double theta, double phi) {
     const double t = theta * std::numbers::pi / 180, p = phi * std::numbers::pi / 180;
-    const double f = std::pow(std::sin(t), 2) * std::pow((1 + std::cos(p)) / 2, 2);
-    return 10 + 10 * std::log10(std::max(f, 1e-6));
+    const double keule = std::pow(std::sin(t), 2) * std::pow((1 + std::cos(p)) / 2, 2);
+    const double sockel = 0.1 * std::pow(std::cos(t), 2);
+    return 10 + 10 * std::log10(std::max(keule + sockel, 1e-6));
 }
 
 std::vector<NECKern::Richtung> raster(int thetaBis, int phiBis, int schritt) {

@@ -80,6 +80,29 @@ TEST(Ansicht3DSzene, SpeisungStromJeVoltUndNummerImTag) {
     EXPECT_NEAR(szene.grenzen.max.y, 0.9, 1e-12);
 }
 
+TEST(Ansicht3DSzene, KoerperSitztWoDieStroemeFliessen) {
+    auto e = zweiDraehte();
+    for (int i = 0; i < 5; ++i)
+        e.segmente[static_cast<std::size_t>(i)].strom = {};
+    EXPECT_NEAR(Raumbild::szeneBauen(e, "").koerperMitte.x, 1, 1e-12);
+    e.stroemeGeliefert = false;
+    for (auto& s : e.segmente)
+        s.strom = {};
+    EXPECT_NEAR(Raumbild::szeneBauen(e, "").koerperMitte.x, 0.5, 1e-12);
+}
+
+TEST(Ansicht3DSzene, EinpassenUmfasstBodenUndKoerperNurWennDa) {
+    auto e = zweiDraehte();
+    e.diagramm = {{0, 0, 0, 0, 1}, {0, 90, 0, 0, 1}, {90, 0, 0, 0, 3}, {90, 90, 0, 0, 2}};
+    for (bool boden : {false, true}) {
+        e.mitBoden = boden;
+        const auto szene = Raumbild::szeneBauen(e, "");
+        ASSERT_EQ(szene.netz.art, Raumbild::Diagrammnetz::Art::koerper);
+        for (bool koerper : {false, true})
+            EXPECT_EQ(szene.passpunkte(koerper).size(), 16u + (boden ? 4 : 0) + (koerper ? 4 : 0));
+    }
+}
+
 TEST(Ansicht3DSzene, NurEineGanzAndereAntenneWirdNeuEingepasst) {
     Raumbild::Grenzen yagi{{-3, -5, 15}, {3, 5, 15}};
     EXPECT_FALSE(Raumbild::ganzAndereAntenne(yagi, {{-3.1, -5.2, 15}, {3, 5.2, 15}}));

@@ -1,5 +1,6 @@
 #include "Fenster/Ansicht3D/Ansicht3D.hpp"
 #include "Ansicht3DAufzeichner.hpp"
+#include "Fenster/Ansicht3D/Farbskala.hpp"
 #include "NECKern/Beispiele.hpp"
 #include "NECKern/Rechenkerne/Nec2cKern.hpp"
 
@@ -8,6 +9,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QWheelEvent>
+#include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
 #include <string>
@@ -91,6 +93,31 @@ TEST(Ansicht3D, YagiDraehteLiegenWoDieProjektionSagt) {
     EXPECT_FALSE(dunkel((p.bild({r.x, r.y, r.z}) + p.bild({s.x, s.y, s.z})) / 2));
 }
 
+TEST(Ansicht3D, StromfarbenLinearUndInDb) {
+    Ansicht3D ansicht;
+    ansicht.resize(600, 400);
+    ansicht.zeigen(dipol(), NECKern::Modell{});
+    ansicht.blick(Raumbild::Blick::oben); // der Draht steht senkrecht im Bild
+    const QRectF rahmen(0, 0, 600, 400);
+    const QPointF aussen = ansicht.projektion(rahmen).bild({0, -1.0 / 3, 0});
+    const QPoint bildpunkt(static_cast<int>(std::floor(aussen.x())),
+                           static_cast<int>(std::floor(aussen.y())));
+    for (bool db : {false, true}) {
+        ansicht.setStromInDb(db);
+        QImage bild(600, 400, QImage::Format_ARGB32);
+        {
+            QPainter maler(&bild);
+            ansicht.malen(maler, rahmen);
+        }
+        // Aussen fliessen 4 mA, in der Mitte 10 mA: 0,4 des Höchstwerts oder −8 dB.
+        const QColor erwartet = Raumbild::Farbskala::strom(db ? 20 * std::log10(0.4) / 30 + 1 : 0.4);
+        const QColor gemalt = bild.pixelColor(bildpunkt);
+        EXPECT_NEAR(gemalt.red(), erwartet.red(), 2) << db;
+        EXPECT_NEAR(gemalt.green(), erwartet.green(), 2) << db;
+        EXPECT_NEAR(gemalt.blue(), erwartet.blue(), 2) << db;
+    }
+}
+
 TEST(Ansicht3D, HinweiseImBild) {
     struct Fall {
         std::string name;
@@ -101,13 +128,16 @@ TEST(Ansicht3D, HinweiseImBild) {
     };
     auto ohneStroeme = dipol();
     ohneStroeme.stroemeGeliefert = false;
+    auto mitKoerper = dipol();
+    mitKoerper.diagramm = {{0, 0, 0, 0, 1}, {0, 90, 0, 0, 1}, {90, 0, 0, 0, 3}, {90, 90, 0, 0, 2}};
     const QString keinStrom = "Dieser Kern liefert keine Segmentströme";
     const QString schnitt = "Das Diagramm ist nur ein Schnitt; der Körper braucht ein Raster aus θ und φ.";
     const std::vector<Fall> faelle{
         {"vor dem ersten Ergebnis", std::nullopt, false, "Noch nicht gerechnet", "MHz"},
         {"ohne Ströme", ohneStroeme, false, keinStrom, "Noch nicht gerechnet"},
         {"mit Strömen", dipol(), false, "145 MHz", keinStrom},
-        {"Schnitt mit Körper", dipol(), true, schnitt, keinStrom},
+        {"Schnitt mit Körper", dipol(), true, schnitt, "Gewinn in dBi"},
+        {"Körper", mitKoerper, true, "Gewinn in dBi", schnitt},
         {"Schnitt ohne Körper", dipol(), false, "|I| in mA/V", schnitt},
     };
     for (const auto& f : faelle) {
