@@ -1,5 +1,6 @@
 #include "Fenster/Hauptfenster.hpp"
 
+#include "Fenster/Ansicht3D/Ansicht3D.hpp"
 #include "Fenster/Seiten/KernSeite.hpp"
 #include "Fenster/Seiten/OptimiererSeite.hpp"
 #include "Fenster/Seiten/SelbsttestDialog.hpp"
@@ -84,6 +85,7 @@ Hauptfenster::Hauptfenster(AppModell& modell, QWidget* eltern) : QMainWindow(elt
     // Zeigt sich selbst, solange zeigeSelbsttest gilt.
     new SelbsttestDialog(modell_, this);
 
+    connect(&modell_, &AppModell::aktuellGeaendert, this, &Hauptfenster::aktuellZeigen);
     connect(&modell_, &AppModell::fehlerGeaendert, this, &Hauptfenster::fehlerZeigen);
     connect(&modell_, &AppModell::ergebnisGeaendert, this, &Hauptfenster::statusZeigen);
     connect(&modell_, &AppModell::kernKennungGeaendert, this, &Hauptfenster::statusZeigen);
@@ -99,6 +101,7 @@ Hauptfenster::Hauptfenster(AppModell& modell, QWidget* eltern) : QMainWindow(elt
             [this] { rueckgaengig_->setEnabled(modell_.kannRueckgaengig()); });
     connect(&modell_, &AppModell::kannWiederholenGeaendert, this,
             [this] { wiederholen_->setEnabled(modell_.kannWiederholen()); });
+    aktuellZeigen();
     fehlerZeigen();
     statusZeigen();
     laufZeigen();
@@ -204,10 +207,17 @@ QWidget* Hauptfenster::ansichtBauen() {
     auto* bereich = new QWidget;
     auto* spalte = new QVBoxLayout(bereich);
     spalte->setContentsMargins(4, 4, 4, 0);
+    ansicht_ = new Ansicht3D;
     auto* zeile = new QHBoxLayout;
-    zeile->addWidget(schalter("3D-Diagramm", false));
-    zeile->addWidget(schalter("Stromverteilung", true));
-    zeile->addWidget(schalter("Strom-Animation", false));
+    auto* diagramm = schalter("3D-Diagramm", Ansicht3D::startDiagramm3D);
+    auto* strom = schalter("Stromverteilung", Ansicht3D::startStrom);
+    auto* animation = schalter("Strom-Animation", Ansicht3D::startAnimation);
+    connect(diagramm, &QToolButton::toggled, ansicht_, &Ansicht3D::setDiagramm3D);
+    connect(strom, &QToolButton::toggled, ansicht_, &Ansicht3D::setStrom);
+    connect(animation, &QToolButton::toggled, ansicht_, &Ansicht3D::setAnimation);
+    zeile->addWidget(diagramm);
+    zeile->addWidget(strom);
+    zeile->addWidget(animation);
     zeile->addStretch(1);
     laeuft_ = new QProgressBar;
     laeuft_->setRange(0, 0);
@@ -220,7 +230,7 @@ QWidget* Hauptfenster::ansichtBauen() {
     stopp_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     zeile->addWidget(stopp_);
     spalte->addLayout(zeile);
-    spalte->addWidget(platzhalter("3D-Ansicht"), 1);
+    spalte->addWidget(ansicht_, 1);
     return bereich;
 }
 
@@ -279,6 +289,12 @@ void Hauptfenster::seiteWaehlen(Seite s) {
     }
     seiten_->setCurrentIndex(static_cast<int>(s));
     seiten_->adjustSize();
+}
+
+void Hauptfenster::aktuellZeigen() {
+    const auto* f = modell_.aktuell();
+    // Die Lasten kommen aus dem Modell; nach einer Bearbeitung folgt das neue Ergebnis ohnehin gleich.
+    ansicht_->zeigen(f ? std::optional(*f) : std::nullopt, modell_.modell());
 }
 
 void Hauptfenster::fehlerZeigen() {

@@ -5,6 +5,7 @@
 #include <QMainWindow>
 
 class AppModell;
+class Ansicht3D;
 class QAction;
 class QButtonGroup;
 class QLabel;
@@ -36,6 +37,7 @@ class Hauptfenster : public QMainWindow {
     QWidget* ansichtBauen();
     QWidget* seitenBauen();
     QMenu* beispielMenue(QWidget* eltern);
+    void aktuellZeigen();
     void fehlerZeigen();
     void statusZeigen();
     void laufZeigen();
@@ -46,6 +48,7 @@ class Hauptfenster : public QMainWindow {
     QAction* rueckgaengig_ = nullptr;
     QAction* wiederholen_ = nullptr;
     QAction* abbrechen_ = nullptr;
+    Ansicht3D* ansicht_ = nullptr;
     QLabel* fehler_ = nullptr;
     QLabel* status_ = nullptr;
     QProgressBar* laeuft_ = nullptr;
