@@ -1,5 +1,6 @@
 #include "NECKern/Analyse.hpp"
 #include "NECKern/Json.hpp"
+#include "NECKern/Modellpruefung.hpp"
 #include "NECKern/Rechenkerne/Nec2cKern.hpp"
 
 #include "KernAttrappe.hpp"
@@ -133,8 +134,10 @@ TEST(Frequenzgang, UnbestimmteEingabenGebenEinenSatzStattEinesLaufs) {
         const char* text;
     };
     const char* grenzen = "Die Grenzen des Frequenzgangs müssen endliche Zahlen sein.";
+    const char* positiv = "Frequenz muss grösser als 0 MHz sein.";
     for (const auto& f :
-         {Fall{14, 15, 1, 2, "Der Frequenzgang braucht mindestens 2 Frequenzen."},
+         {Fall{-1, 14, 3, 2, positiv}, Fall{0, 14, 3, 2, positiv}, Fall{14, -0.5, 3, 2, positiv},
+          Fall{14, 15, 1, 2, "Der Frequenzgang braucht mindestens 2 Frequenzen."},
           Fall{14, 15, -3, 2, "Der Frequenzgang braucht mindestens 2 Frequenzen."},
           Fall{14, 15, 11, 0, "Der Frequenzgang braucht mindestens einen Rechenlauf zugleich."},
           Fall{nan, 15, 11, 2, grenzen}, Fall{14, inf, 11, 2, grenzen}, Fall{-1e308, 1e308, 2, 2, grenzen}}) {
@@ -144,6 +147,15 @@ TEST(Frequenzgang, UnbestimmteEingabenGebenEinenSatzStattEinesLaufs) {
             testing::ThrowsMessage<KernFehler>(f.text));
         EXPECT_TRUE(kern.laeufe().empty());
     }
+}
+
+TEST(Frequenzgang, LehntAbWasDieVorpruefungAlsZuGrossAblehnt) {
+    auto m = testmodell();
+    m.karten.insert(m.karten.begin() + 1, Karte("GM", {"0", "1000000000"}, {"0", "0", "0", "0", "0", "1"}));
+    KernAttrappe kern;
+    EXPECT_THAT([&] { Analyse::frequenzgang(m, kern, 14, 15, 3, true, 2); },
+                testing::ThrowsMessage<KernFehler>(*Modellpruefung::umfangPruefen(m)));
+    EXPECT_TRUE(kern.laeufe().empty());
 }
 
 TEST(Frequenzpunkt, GespeicherteFormOhneUnendlichkeit) {

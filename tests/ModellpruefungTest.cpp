@@ -114,10 +114,10 @@ TEST(Vorpruefung, ReihenfolgeDerKarten) {
          }) {
         EXPECT_EQ(MP::vorpruefen(deck(f.deck)), f.satz) << f.deck;
     }
-    // GN und ein zweites GE nach GE sind erlaubt.
-    EXPECT_EQ(
-        MP::vorpruefen(deck("GW 1 1 0 0 0 1 0 0 1mm\nGE 1\nGN 1\nGE 0\nEX 0 1 1 0 1 0\nFR 0 1 0 0 14 0\n")),
-        std::nullopt);
+    // GN, GD (Klippe, zweites Medium) und ein zweites GE nach GE sind erlaubt.
+    EXPECT_EQ(MP::vorpruefen(deck("GW 1 1 0 0 0 1 0 0 1mm\nGE 1\nGN 1\nGD 0 0 0 0 5 0.001 20 -10\nGE 0\n"
+                                  "EX 0 1 1 0 1 0\nFR 0 1 0 0 14 0\n")),
+              std::nullopt);
 }
 
 TEST(Vorpruefung, NurBogenUndWendelWerdenNichtGelesen) {
@@ -234,6 +234,75 @@ TEST(Vorpruefung, ErzeugteTagsNurOhneTagKarten) {
                   "Speisung: Draht 1 hat 11 Segmente, Segment 12 gibt es nicht.")
             << karte;
     }
+}
+
+TEST(Vorpruefung, KopienMitZuwachsNullVerlaengernDenTag) {
+    // Drei Kopien eines 11-Segment-Drahts mit Tag-Zuwachs 0: Tag 1 hat 44 Segmente.
+    const auto mit = [](const char* ex) {
+        return MP::vorpruefen(deck(std::string("GW 1 11 0 0 -5 0 0 5 1mm\nGM 0 3 0 0 0 1 0 0 0\nGE 0\n") +
+                                   ex + "FR 0 1 0 0 14 0\n"));
+    };
+    EXPECT_EQ(mit("EX 0 1 44 0 1 0\n"), std::nullopt);
+    EXPECT_EQ(mit("EX 0 1 45 0 1 0\n"), "Speisung: Draht 1 hat 44 Segmente, Segment 45 gibt es nicht.");
+}
+
+TEST(Vorpruefung, UmfangUndLageNachKopienUndSymmetrie) {
+    struct Fall {
+        const char* geometrie;
+        const char* satz;
+    };
+    const auto rest = "GE 0\nEX 0 1 1 0 1 0\nFR 0 1 0 0 14 0\n";
+    for (const auto& f : std::initializer_list<Fall>{
+             {"GW 1 1 0 0 0 0 0 1 1mm\nGM 0 1000000000 0 0 0 0 0 1 0\n",
+              "Die Karte GM erzeugt mehr Drähte, als sich rechnen lassen – die Zahl der Kopien oder Segmente "
+              "verkleinern."},
+             {"GW 1 1001 0 0 0 0 0 100 1mm\nGR 1 12\n", "Das Modell hat 12012 Segmente – so viele rechnet "
+                                                        "nec2c nicht in den 5 Minuten, die ein Lauf dauern "
+                                                        "darf; höchstens 12000 Segmente verwenden."},
+             {"SM 100 100 0 0 0 1 0 0\nSC 0 0 1 1 0\nGW 1 1 0 0 1 0 0 2 1mm\n",
+              "Das Modell hat 1 Segment und 10000 Flächenstücke – so viele rechnet nec2c nicht in den 5 "
+              "Minuten, "
+              "die ein Lauf dauern darf; höchstens 12000 Unbekannte (Segmente plus zwei je Flächenstück) "
+              "verwenden."},
+             {"GW 1 1 0 0 0 0 0 1e300 1mm\n", "Draht (Tag 1) hat eine Koordinate von 1e+300 m – mehr als 100 "
+                                              "km ist kein Antennenmass, Masse und "
+                                              "Einheiten prüfen."},
+             {"GW 1 1 0 0 0 0 0 1 1mm\nGS 0 0 1e308\nGS 0 0 10\n",
+              "Draht (Tag 1) hat eine Koordinate, die keine endliche Zahl ist – Formeln und Kopien (GM, GS) "
+              "prüfen."},
+             {"GA 1 8 1 0 90 1e-12\nGW 1 1 0 0 0 0 0 1 1mm\n",
+              "Draht (Tag 1) hat den Radius 1e-12 m – sinnvoll sind 1 nm bis 1 km, Masse und Einheiten "
+              "prüfen."},
+             {"SP 0 0 0 0 1e9 90 0 0.01\nGW 1 1 0 0 0 0 0 1 1mm\n",
+              "Die Karte SP hat eine Koordinate von 1e+09 m – mehr als 100 km ist kein Antennenmass, Masse "
+              "und "
+              "Einheiten prüfen."},
+             // An der Grenze: 12000 Segmente werden gerechnet.
+             {"GW 1 1000 0 0 0 0 0 100 1mm\nGR 1 12\n", nullptr},
+         }) {
+        const auto m = deck(std::string(f.geometrie) + rest);
+        const auto satz = f.satz ? std::optional<std::string>(f.satz) : std::nullopt;
+        EXPECT_EQ(MP::umfangPruefen(m), satz) << f.geometrie;
+        EXPECT_EQ(MP::vorpruefen(m), satz) << f.geometrie;
+    }
+}
+
+TEST(Vorpruefung, LangeRechnungIstEinBefund) {
+    struct Fall {
+        const char* karten;
+        std::optional<Befund> befund;
+    };
+    for (const auto& f : std::initializer_list<Fall>{
+             {"GW 1 3000 0 0 0 0 0 300 1mm\nGE 0\nFR 0 1 0 0 14 0\n", std::nullopt},
+             {"GW 1 5000 0 0 0 0 0 500 1mm\nGE 0\nFR 0 1 0 0 14 0\n",
+              Befund{Stufe::hinweis, "Das Modell hat 5000 Segmente – nec2c rechnet daran etwa 81 s."}},
+             {"GW 1 5000 0 0 0 0 0 500 1mm\nGE 0\nFR 0 5 0 0 14 1\n",
+              Befund{Stufe::warnung,
+                     "Das Modell hat 5000 Segmente – nec2c rechnet daran etwa 7 min (81 s je "
+                     "Frequenz), länger als die 5 Minuten, nach denen ein Lauf abbricht – weniger "
+                     "Frequenzen oder Segmente wählen."}},
+         })
+        EXPECT_EQ(MP::dauerBefund(deck(f.karten)), f.befund) << f.karten;
 }
 
 TEST(Vorpruefung, Frequenz) {
@@ -511,6 +580,28 @@ TEST(NecMeldung, UeberschriftNachStichwort) {
 }
 
 // ---- Neue Karten ----
+
+TEST(NecMeldung, AbgelehnterLaufOhneFrequenzOderOhneImpedanzMitFehler) {
+    const auto lauf = [](std::vector<std::optional<Komplex>> impedanzen, std::vector<std::string> warnungen) {
+        NECErgebnis e;
+        for (const auto& z : impedanzen) {
+            FrequenzErgebnis f;
+            f.impedanz = z;
+            e.frequenzen.push_back(f);
+        }
+        e.warnungen = std::move(warnungen);
+        return MP::laufAbgelehnt(e);
+    };
+    const std::string last = "LOADING DATA CARD ERROR, NO SEGMENT HAS AN ITAG = 7";
+    EXPECT_EQ(lauf({}, {}), MP::necMeldung("keine Ausgabe"));
+    EXPECT_EQ(lauf({std::nullopt}, {"WARNING: GROUND", last, "nec2c beendet mit 255: " + last}),
+              MP::necMeldung(last));
+    EXPECT_EQ(lauf({std::nullopt}, {"nec2c beendet mit 1: kaputt"}),
+              MP::necMeldung("nec2c beendet mit 1: kaputt"));
+    // Eine ebene Welle als Anregung hat keine Impedanz und ist doch gerechnet.
+    EXPECT_EQ(lauf({std::nullopt}, {"WARNING: GROUND"}), std::nullopt);
+    EXPECT_EQ(lauf({std::nullopt, Komplex{50, 0}}, {last}), std::nullopt);
+}
 
 TEST(NeueKarte, VorgabenJeTyp) {
     const Modell m = deck("GW 3 5 0 0 0 0 0 1 1mm\nGA 7 12 0.5 0 180 1mm\nGW x 5 0 0 0 0 0 1 1mm\nGE 0\n");
