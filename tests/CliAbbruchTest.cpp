@@ -84,8 +84,20 @@ pid_t starten(const std::vector<std::string>& argumente, const std::vector<std::
                                      O_WRONLY | O_CREAT | O_TRUNC, 0644);
     posix_spawn_file_actions_addopen(&aktionen, STDERR_FILENO, (ordner / "fehler.txt").c_str(),
                                      O_WRONLY | O_CREAT | O_TRUNC, 0644);
+    // Ein übergangenes SIGINT (etwa aus einer Shell ohne Jobsteuerung) erbte das Programm sonst.
+    posix_spawnattr_t attribute;
+    posix_spawnattr_init(&attribute);
+    sigset_t standard, keine;
+    sigemptyset(&standard);
+    sigaddset(&standard, SIGINT);
+    sigaddset(&standard, SIGTERM);
+    sigemptyset(&keine);
+    posix_spawnattr_setsigdefault(&attribute, &standard);
+    posix_spawnattr_setsigmask(&attribute, &keine);
+    posix_spawnattr_setflags(&attribute, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
     pid_t pid = -1;
-    const int fehler = posix_spawn(&pid, WW_CLI, &aktionen, nullptr, argvZ.data(), envZ.data());
+    const int fehler = posix_spawn(&pid, WW_CLI, &aktionen, &attribute, argvZ.data(), envZ.data());
+    posix_spawnattr_destroy(&attribute);
     posix_spawn_file_actions_destroy(&aktionen);
     return fehler == 0 ? pid : -1;
 }

@@ -212,7 +212,24 @@ TEST(Geometrie, StrukturZaehltSegmenteUndFlaechenSamtKopien) {
     EXPECT_EQ(s.draehte.size(), 24u);
     EXPECT_EQ(s.segmente(), 48);
     EXPECT_EQ(s.flaechen, 42);
+    EXPECT_EQ(s.symmetrie, 3); // GR nach GX: nec2c nutzt nur die Drehung
     EXPECT_EQ(s.zuGrossBei, "");
+}
+
+TEST(Geometrie, SymmetrieWieNec2cSieNutzt) {
+    const std::string draht = "GW 1 5 1 0 0 1 0 2 0.001\n";
+    const std::pair<const char*, std::int64_t> faelle[] = {
+        {"", 1},
+        {"GR 1 8\n", 8},
+        {"GX 1 110\n", 4},
+        {"GR 1 8\nGS 0 0 2\n", 8},
+        {"GR 1 8\nGM 0 0 0 0 0 0 0 1\n", 8},
+        {"GR 1 8\nGM 0 1 0 0 0 0 0 5\n", 1},
+        {"GR 1 8\nGA 5 4 1 0 90 0.001\n", 1},
+        {"GR 1 8\nGW 9 3 0 0 5 0 0 6 0.001\n", 1},
+    };
+    for (const auto& [karten, ordnung] : faelle)
+        EXPECT_EQ(Geometrie::struktur(draht + karten + "GE 0").symmetrie, ordnung) << karten;
 }
 
 TEST(Geometrie, VerweiseWandernUeberDieStueckeDesAltenTags) {

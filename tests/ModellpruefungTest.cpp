@@ -248,42 +248,46 @@ TEST(Vorpruefung, KopienMitZuwachsNullVerlaengernDenTag) {
 
 TEST(Vorpruefung, UmfangUndLageNachKopienUndSymmetrie) {
     struct Fall {
-        const char* geometrie;
-        const char* satz;
+        std::string geometrie;
+        std::optional<std::string> satz;
     };
-    const auto rest = "GE 0\nEX 0 1 1 0 1 0\nFR 0 1 0 0 14 0\n";
-    for (const auto& f : std::initializer_list<Fall>{
-             {"GW 1 1 0 0 0 0 0 1 1mm\nGM 0 1000000000 0 0 0 0 0 1 0\n",
-              "Die Karte GM erzeugt mehr Drähte, als sich rechnen lassen – die Zahl der Kopien oder Segmente "
-              "verkleinern."},
-             {"GW 1 1001 0 0 0 0 0 100 1mm\nGR 1 12\n", "Das Modell hat 12012 Segmente – so viele rechnet "
-                                                        "nec2c nicht in den 5 Minuten, die ein Lauf dauern "
-                                                        "darf; höchstens 12000 Segmente verwenden."},
-             {"SM 100 100 0 0 0 1 0 0\nSC 0 0 1 1 0\nGW 1 1 0 0 1 0 0 2 1mm\n",
-              "Das Modell hat 1 Segment und 10000 Flächenstücke – so viele rechnet nec2c nicht in den 5 "
-              "Minuten, "
-              "die ein Lauf dauern darf; höchstens 12000 Unbekannte (Segmente plus zwei je Flächenstück) "
-              "verwenden."},
-             {"GW 1 1 0 0 0 0 0 1e300 1mm\n", "Draht (Tag 1) hat eine Koordinate von 1e+300 m – mehr als 100 "
-                                              "km ist kein Antennenmass, Masse und "
-                                              "Einheiten prüfen."},
-             {"GW 1 1 0 0 0 0 0 1 1mm\nGS 0 0 1e308\nGS 0 0 10\n",
-              "Draht (Tag 1) hat eine Koordinate, die keine endliche Zahl ist – Formeln und Kopien (GM, GS) "
-              "prüfen."},
-             {"GA 1 8 1 0 90 1e-12\nGW 1 1 0 0 0 0 0 1 1mm\n",
-              "Draht (Tag 1) hat den Radius 1e-12 m – sinnvoll sind 1 nm bis 1 km, Masse und Einheiten "
-              "prüfen."},
-             {"SP 0 0 0 0 1e9 90 0 0.01\nGW 1 1 0 0 0 0 0 1 1mm\n",
-              "Die Karte SP hat eine Koordinate von 1e+09 m – mehr als 100 km ist kein Antennenmass, Masse "
-              "und "
-              "Einheiten prüfen."},
-             // An der Grenze: 12000 Segmente werden gerechnet.
-             {"GW 1 1000 0 0 0 0 0 100 1mm\nGR 1 12\n", nullptr},
-         }) {
-        const auto m = deck(std::string(f.geometrie) + rest);
-        const auto satz = f.satz ? std::optional<std::string>(f.satz) : std::nullopt;
-        EXPECT_EQ(MP::umfangPruefen(m), satz) << f.geometrie;
-        EXPECT_EQ(MP::vorpruefen(m), satz) << f.geometrie;
+    const std::string zuViele =
+        " – so viele lassen sich in den 5 Minuten, die ein Lauf dauern darf, nicht rechnen; "
+        "höchstens 12000 ";
+    const std::string zuWeit = " – mehr als 100 km ist kein Antennenmass, Masse und Einheiten prüfen.";
+    const std::string rest = "GE 0\nEX 0 1 1 0 1 0\nFR 0 1 0 0 14 0\n";
+    const Fall faelle[] = {
+        {"GW 1 1 0 0 0 0 0 1 1mm\nGM 0 1000000000 0 0 0 0 0 1 0\n",
+         "Die Karte GM erzeugt mehr Drähte, als sich rechnen lassen – die Zahl der Kopien oder Segmente "
+         "verkleinern."},
+        {"GW 1 12001 0 0 0 0 0 1200 1mm\n",
+         "Das Modell hat 12001 Segmente" + zuViele + "Segmente verwenden."},
+        // Eine Karte nach GR hebt die Symmetrie auf, die nec2c sonst nutzte.
+        {"GW 1 1000 1 0 0 1 0 100 1mm\nGR 1 12\nGW 99 1 5 0 0 5 0 1 1mm\n",
+         "Das Modell hat 12001 Segmente" + zuViele + "Segmente verwenden."},
+        {"GW 1 3500 1 0 0 1 0 350 1mm\nGR 1 12\n",
+         "Das Modell hat 42000 Segmente – so viele lassen sich in den 5 Minuten, die ein Lauf dauern darf, "
+         "nicht "
+         "rechnen; höchstens 41569 Segmente verwenden (bei 12-facher Symmetrie)."},
+        {"SM 100 100 0 0 0 1 0 0\nSC 0 0 1 1 0\nGW 1 1 0 0 1 0 0 2 1mm\n",
+         "Das Modell hat 1 Segment und 10000 Flächenstücke" + zuViele +
+             "Unbekannte (Segmente plus zwei je Flächenstück) verwenden."},
+        {"GW 1 1 0 0 0 0 0 1e300 1mm\n", "Draht (Tag 1) hat eine Koordinate von 1e+300 m" + zuWeit},
+        {"SP 0 0 0 0 1e9 90 0 0.01\nGW 1 1 0 0 0 0 0 1 1mm\n",
+         "Die Karte SP hat eine Koordinate von 1e+09 m" + zuWeit},
+        {"GW 1 1 0 0 0 0 0 1 1mm\nGS 0 0 1e308\nGS 0 0 10\n",
+         "Draht (Tag 1) hat eine Koordinate, die keine endliche Zahl ist – Formeln und Kopien (GM, GS) "
+         "prüfen."},
+        {"GA 1 8 1 0 90 1e-12\nGW 1 1 0 0 0 0 0 1 1mm\n",
+         "Draht (Tag 1) hat den Radius 1e-12 m – sinnvoll sind 1 nm bis 1 km, Masse und Einheiten prüfen."},
+        // An der Grenze wird gerechnet: 12000 Segmente, mit zwölffacher Symmetrie 12000·√12.
+        {"GW 1 12000 0 0 0 0 0 1200 1mm\n", std::nullopt},
+        {"GW 1 3464 1 0 0 1 0 346 1mm\nGR 1 12\n", std::nullopt},
+    };
+    for (const auto& f : faelle) {
+        const auto m = deck(f.geometrie + rest);
+        EXPECT_EQ(MP::umfangPruefen(m), f.satz) << f.geometrie;
+        EXPECT_EQ(MP::vorpruefen(m), f.satz) << f.geometrie;
     }
 }
 
@@ -294,11 +298,11 @@ TEST(Vorpruefung, LangeRechnungIstEinBefund) {
     };
     for (const auto& f : std::initializer_list<Fall>{
              {"GW 1 3000 0 0 0 0 0 300 1mm\nGE 0\nFR 0 1 0 0 14 0\n", std::nullopt},
-             {"GW 1 5000 0 0 0 0 0 500 1mm\nGE 0\nFR 0 1 0 0 14 0\n",
-              Befund{Stufe::hinweis, "Das Modell hat 5000 Segmente – nec2c rechnet daran etwa 81 s."}},
-             {"GW 1 5000 0 0 0 0 0 500 1mm\nGE 0\nFR 0 5 0 0 14 1\n",
+             {"GW 1 4500 0 0 0 0 0 450 1mm\nGE 0\nFR 0 1 0 0 14 0\n",
+              Befund{Stufe::hinweis, "Das Modell hat 4500 Segmente – nec2c rechnet daran etwa 64 s."}},
+             {"GW 1 4500 0 0 0 0 0 450 1mm\nGE 0\nFR 0 6 0 0 14 1\n",
               Befund{Stufe::warnung,
-                     "Das Modell hat 5000 Segmente – nec2c rechnet daran etwa 7 min (81 s je "
+                     "Das Modell hat 4500 Segmente – nec2c rechnet daran etwa 6 min (64 s je "
                      "Frequenz), länger als die 5 Minuten, nach denen ein Lauf abbricht – weniger "
                      "Frequenzen oder Segmente wählen."}},
          })

@@ -52,11 +52,13 @@ class Drahtliste {
     const std::vector<Draht>& draehte() const { return liste; }
     std::vector<Draht> nehmen() { return std::move(liste); }
     Ganz flaechen() const { return stuecke; }
+    Ganz symmetrie() const { return ordnung; }
     bool zuGross() const { return ueberlauf; }
 
     void karte(const Zeile& z) {
         if (ueberlauf) return;
         auto typ = z.typ();
+        if (typ == "SP" || typ == "SM" || typ == "GW" || typ == "GA" || typ == "GH") ordnung = 1;
         if (typ == "SP") return vervielfachen(1, 1);
         if (typ == "SM") return sm(z.ganz());
         if (typ == "GW") return gw(z.ganz(), z.reell());
@@ -78,6 +80,7 @@ class Drahtliste {
     std::size_t arbeit = 0;
     bool ueberlauf = false;
     Ganz stuecke = 0;
+    Ganz ordnung = 1;
 
     // Flächen werden nur gezählt: Kopien vervielfachen sie, dazu kommen neue.
     void vervielfachen(Ganz faktor, Ganz neu) {
@@ -159,6 +162,7 @@ class Drahtliste {
         double ab = r.size() > 6 ? r[6] : 0.0;
         // Nur eine Kopie des ganzen Aufbaus (ab Tag 0) nimmt die Flächen mit.
         if (ab == 0 && kopien > 0) vervielfachen(plus(kopien, 1), 0);
+        if (ab != 0 || kopien > 0) ordnung = 1;
         auto m = drehung(r[0], r[1], r[2]);
         Vektor verschiebung{r[3], r[4], r[5]};
         auto umformen = [&](Draht& d) {
@@ -196,6 +200,7 @@ class Drahtliste {
         auto anzahl = ganz[1];
         if (anzahl <= 1) return;
         vervielfachen(anzahl, 0);
+        ordnung = anzahl; // eine Spiegelung davor nutzt NEC dann nicht mehr
         auto n = liste.size();
         if (n == 0 || !erlaubt(malGroesse(n, static_cast<std::size_t>(anzahl - 1)), 0)) return;
         for (Ganz k = 1; k < anzahl; ++k) {
@@ -219,6 +224,7 @@ class Drahtliste {
         for (auto [ziffer, achse] : folge) {
             if (ziffer != '1') continue;
             vervielfachen(2, 0);
+            ordnung = mal(ordnung, 2);
             auto n = liste.size();
             if (!erlaubt(n, 0)) return;
             for (std::size_t i = 0; i < n; ++i) {
@@ -261,10 +267,11 @@ Struktur struktur(std::string_view deck) {
         Zeile z{text, teile(text)};
         if (z.typ() == "GE") break;
         liste.karte(z);
-        if (liste.zuGross()) return {{}, liste.flaechen(), std::string(z.typ())};
+        if (liste.zuGross()) return {{}, liste.flaechen(), 1, std::string(z.typ())};
     }
     const auto flaechen = liste.flaechen();
-    return {liste.nehmen(), flaechen, {}};
+    const auto symmetrie = liste.symmetrie();
+    return {liste.nehmen(), flaechen, symmetrie, {}};
 }
 
 std::string abflachen(std::string_view deck) {

@@ -32,7 +32,10 @@ struct Draht {
 struct Struktur {
     std::vector<Draht> draehte;
     std::int64_t flaechen = 0; // Flächenstücke aus SP und SM samt Kopien (gezählt, nicht gebaut)
-    std::string zuGrossBei;    // Karte, an der die Grenzen oben griffen; leer: vollständig gelesen
+    // Ordnung der Symmetrie, die NEC nutzt: GR n gibt n, GX mit k Ebenen 2^k. Neue Teile
+    // (GW, GA, GH, SP, SM) oder Kopien mit GM danach heben sie auf; GS lässt sie stehen.
+    std::int64_t symmetrie = 1;
+    std::string zuGrossBei; // Karte, an der die Grenzen oben griffen; leer: vollständig gelesen
 
     // Segmente aller Drähte; eine Summe jenseits von 64 Bit bleibt beim Grösstwert stehen.
     std::int64_t segmente() const;

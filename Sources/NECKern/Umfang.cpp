@@ -13,13 +13,18 @@ namespace NECKern::Modellpruefung {
 
 namespace {
 
-// nec2c 1.3 auf dem Entwicklungsrechner (AMD EPYC, ein Prozess, eine Frequenz, gerader
-// Draht, Rechenzeit des Prozesses): 1000 Segmente 0,52 s, 2000 5,9 s, 3000 17,5 s,
-// 4000 42 s. Das folgt t ≈ c·N³ mit c ≈ 6,5e-10 s; N zählt die Unbekannten (ein Segment
-// eins, ein Flächenstück zwei). 12 000 Unbekannte brauchten so etwa 19 min – fast das
-// Vierfache der 5 min, nach denen jeder Lauf endet, und 2,3 GB für die Matrix. Darüber
-// wird nicht gerechnet; ab einer geschätzten halben Minute je Lauf gibt es einen Befund.
-constexpr double sekundenJeUnbekannteHoch3 = 6.5e-10;
+// nec2c 1.3 auf dem Entwicklungsrechner (AMD EPYC), eine Frequenz, ein gerader Draht,
+// Rechenzeit des Prozesses: 1000 Segmente 0,52 s, 2000 5,8 s, 3000 18,3 s, 4000 44,0 s
+// (256 MB). Ab 2000 Segmenten folgt das t ≈ c·N³ mit c ≈ 7e-10 s; N zählt die
+// Unbekannten (ein Segment eins, ein Flächenstück zwei). 12 000 Unbekannte brauchten so
+// etwa 20 min – das Vierfache der 5 min, nach denen jeder Lauf endet – und 2,3 GB für die
+// Matrix; darüber wird nicht gerechnet. Auf dem voll ausgelasteten Rechner (Last 11 auf
+// zwei Kernen) dauerten die 4000 Segmente 320 s: ab einer geschätzten halben Minute je
+// Lauf gibt es darum einen Befund.
+// Symmetrie (GR, GX) nutzt nec2c: 4000 Segmente als GR 8 · 500 brauchten 0,74 s, als
+// GR 4 · 1000 2,84 s (64 MB) – also c·N³/p² und N²/p für die Matrix bei p-facher
+// Symmetrie. Mit N ≤ 12 000·√p bleiben Zeit und Speicher unter denen ohne Symmetrie.
+constexpr double sekundenJeUnbekannteHoch3 = 7e-10;
 constexpr std::int64_t hoechstensUnbekannte = 12'000;
 constexpr double langeAbSekunden = 30;
 constexpr double zeitlimitSekunden = 300;
@@ -33,8 +38,17 @@ constexpr double groessterRadius = 1e3;
 struct Zaehlung {
     std::int64_t segmente = 0;
     std::int64_t flaechen = 0;
+    double symmetrie = 1;
+
+    explicit Zaehlung(const Geometrie::Struktur& s)
+        : segmente(s.segmente()), flaechen(s.flaechen),
+          symmetrie(static_cast<double>(std::max<std::int64_t>(s.symmetrie, 1))) {}
 
     double unbekannte() const { return static_cast<double>(segmente) + 2.0 * static_cast<double>(flaechen); }
+    double hoechstens() const { return static_cast<double>(hoechstensUnbekannte) * std::sqrt(symmetrie); }
+    double sekundenJeFrequenz() const {
+        return sekundenJeUnbekannteHoch3 * std::pow(unbekannte(), 3) / (symmetrie * symmetrie);
+    }
     std::string text() const {
         const auto s = fmt::format("{} Segment{}", segmente, segmente == 1 ? "" : "e");
         if (flaechen == 0) return s;
@@ -112,12 +126,13 @@ std::optional<std::string> umfangPruefen(const Modell& modell) {
         return "Die Karte " + s->zuGrossBei +
                " erzeugt mehr Drähte, als sich rechnen lassen – die Zahl der Kopien oder Segmente "
                "verkleinern.";
-    const Zaehlung n{s->segmente(), s->flaechen};
-    if (n.unbekannte() > static_cast<double>(hoechstensUnbekannte))
-        return fmt::format("Das Modell hat {} – so viele rechnet nec2c nicht in den 5 Minuten, die ein Lauf "
-                           "dauern darf; höchstens {} {} verwenden.",
-                           n.text(), hoechstensUnbekannte,
-                           n.flaechen == 0 ? "Segmente" : "Unbekannte (Segmente plus zwei je Flächenstück)");
+    const Zaehlung n(*s);
+    if (n.unbekannte() > n.hoechstens())
+        return fmt::format("Das Modell hat {} – so viele lassen sich in den 5 Minuten, die ein Lauf dauern "
+                           "darf, nicht rechnen; höchstens {:.0f} {} verwenden{}.",
+                           n.text(), std::floor(n.hoechstens()),
+                           n.flaechen == 0 ? "Segmente" : "Unbekannte (Segmente plus zwei je Flächenstück)",
+                           n.symmetrie > 1 ? fmt::format(" (bei {:.0f}-facher Symmetrie)", n.symmetrie) : "");
     for (const auto& d : s->draehte)
         if (auto satz = drahtPruefen(d)) return satz;
     return flaechenPruefen(modell);
@@ -126,9 +141,9 @@ std::optional<std::string> umfangPruefen(const Modell& modell) {
 std::optional<Befund> dauerBefund(const Modell& modell) {
     const auto s = struktur(modell);
     if (!s || !s->zuGrossBei.empty()) return std::nullopt;
-    const Zaehlung n{s->segmente(), s->flaechen};
+    const Zaehlung n(*s);
     const int frequenzen = frequenzzahl(modell);
-    const double jeFrequenz = sekundenJeUnbekannteHoch3 * std::pow(n.unbekannte(), 3);
+    const double jeFrequenz = n.sekundenJeFrequenz();
     const double gesamt = jeFrequenz * frequenzen;
     if (!(gesamt >= langeAbSekunden)) return std::nullopt;
     auto text = fmt::format("Das Modell hat {} – nec2c rechnet daran etwa {}", n.text(), dauerText(gesamt));

@@ -89,6 +89,7 @@ Segmentzahlen abgeflacht(const Modell& m, Segmentzahlen gw) {
     if (!s.zuGrossBei.empty()) return gw;
     Segmentzahlen zahlen;
     for (const auto& d : s.draehte) {
+        if (d.tag == 0) continue; // EX mit Tag 0 zählt die Segmente absolut, nicht je Draht
         auto& summe = zahlen[d.tag];
         if (__builtin_add_overflow(summe, d.segmente, &summe))
             summe = std::numeric_limits<std::int64_t>::max();
