@@ -1,5 +1,7 @@
-// Rechendeck eines Modells mit 2000 Karten und 100 verketteten Variablen.
+// Rechendeck eines Modells mit 2000 Karten und 100 verketteten Variablen, und die
+// Vorprüfung, die es vor jedem Lauf erzeugt und abflacht, um den Umfang zu zählen.
 #include "NECKern/Modell.hpp"
+#include "NECKern/Modellpruefung.hpp"
 
 #include <benchmark/benchmark.h>
 #include <fmt/format.h>
@@ -38,8 +40,15 @@ void Variablenwerte(benchmark::State& zustand) {
         benchmark::DoNotOptimize(m.variablenWerte());
 }
 
+void Vorpruefung(benchmark::State& zustand) {
+    auto m = grossesModell("v");
+    for (auto _ : zustand)
+        benchmark::DoNotOptimize(NECKern::Modellpruefung::vorpruefen(m));
+}
+
 } // namespace
 
 BENCHMARK(DeckAscii)->Unit(benchmark::kMillisecond);
 BENCHMARK(DeckMitUmlautnamen)->Unit(benchmark::kMillisecond);
 BENCHMARK(Variablenwerte)->Unit(benchmark::kMicrosecond);
+BENCHMARK(Vorpruefung)->Unit(benchmark::kMillisecond);

@@ -1,5 +1,6 @@
 // feld: Nahfeld auf einer waagrechten Ebene um die Antenne, als Effektivwerte
 // bei der Sendeleistung und verglichen mit den ICNIRP-Referenzwerten.
+#include "Abbruch.hpp"
 #include "Ausgabe.hpp"
 #include "Befehle.hpp"
 #include "KernWahl.hpp"
@@ -124,7 +125,8 @@ int feld(const Optionen& o) {
     // Wie in der Anwendung: 3 bis 61 Punkte je Seite.
     const int n = std::clamp(o.punkte, 3, 61);
     const double mhz = modell.frequenzen().start;
-    const auto ergebnis = kern->rechnen(Feldstaerke::deck(modell, mhz, o.hoehe, 0, 0, o.halb, n));
+    const auto ergebnis =
+        kern->rechnen(Feldstaerke::deck(modell, mhz, o.hoehe, 0, 0, o.halb, n), stoppzeichen());
     if (ergebnis.frequenzen.empty() || !ergebnis.frequenzen.front().leistungEingang ||
         ergebnis.frequenzen.front().nahfeldE.empty())
         throw std::runtime_error("Der Kern hat keine Nahfelder geliefert");

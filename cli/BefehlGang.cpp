@@ -1,4 +1,5 @@
 // gang: Frequenzgang über ein Band, als Tabelle, JSON, CSV oder Touchstone-Datei.
+#include "Abbruch.hpp"
 #include "Ausgabe.hpp"
 #include "Befehle.hpp"
 #include "KernWahl.hpp"
@@ -95,7 +96,8 @@ int gang(const Optionen& o) {
     std::vector<NECKern::Frequenzpunkt> punkte;
     {
         Fortschritt anzeige(o.punkte);
-        punkte = NECKern::Analyse::frequenzgang(modell, *kern, o.von, o.bis, o.punkte, true, parallel);
+        punkte = NECKern::Analyse::frequenzgang(modell, *kern, o.von, o.bis, o.punkte, true, parallel,
+                                                stoppzeichen());
     }
     if (!o.touchstone.empty())
         Ausgabe::dateiSchreiben(o.touchstone, NECKern::Gangdatei::touchstone(modell, punkte));

@@ -1,5 +1,6 @@
-#include "Ausgabe.hpp"
 // optimieren: markierte Variablen auf Ziele hin suchen (Simplex), Ergebnis ins Modell übernehmen.
+#include "Abbruch.hpp"
+#include "Ausgabe.hpp"
 #include "Befehle.hpp"
 #include "KernWahl.hpp"
 #include "ModellWahl.hpp"
@@ -125,6 +126,8 @@ int optimieren(const Optionen& o) {
         variableMarkieren(modell, angabe);
 
     NECKern::Optimierer optimierer(modell, kern, ziele);
+    // Ctrl+C hält auch die laufenden Kernläufe an; die Suche endet dann mit „Rechnung abgebrochen.“.
+    std::stop_callback anhalten(stoppzeichen(), [&] { optimierer.anhalten(); });
     NECKern::Optimierer::Stand letzter;
     auto werte = optimierer.starten(o.schritte, [&](const NECKern::Optimierer::Stand& s) {
         letzter = s;

@@ -1,5 +1,6 @@
 // wellenwerk-cli pruefen: Vorprüfung, dann mit nec2c rechnen und die Befunde der
 // letzten Frequenz ausgeben, jede Zeile mit ihrer Stufe.
+#include "Abbruch.hpp"
 #include "Befehle.hpp"
 #include "KernWahl.hpp"
 #include "ModellWahl.hpp"
@@ -52,14 +53,14 @@ int pruefen(const Optionen& o) {
         if (o.json) std::cout << bericht(modell, satz, std::nullopt, {}).dump(2) << '\n';
         throw std::runtime_error(*satz);
     }
-    const auto ergebnis = kernWaehlen("nec2c")->rechnen(modell.deck());
-    // Ohne Frequenz hat NEC nicht gerechnet; der erste Hinweis des Kerns sagt, warum.
-    if (ergebnis.frequenzen.empty())
-        throw std::runtime_error(
-            MP::necMeldung(ergebnis.warnungen.empty() ? "keine Ausgabe" : ergebnis.warnungen.front()));
+    const auto ergebnis = kernWaehlen("nec2c")->rechnen(modell.deck(), stoppzeichen());
+    if (auto satz = MP::laufAbgelehnt(ergebnis)) throw std::runtime_error(*satz);
 
     const auto& f = ergebnis.frequenzen.back();
-    auto befunde = MP::pruefen(f.segmente, f.mhz);
+    std::vector<Befund> befunde;
+    if (auto lange = MP::dauerBefund(modell)) befunde.push_back(*lange);
+    for (auto& b : MP::pruefen(f.segmente, f.mhz))
+        befunde.push_back(std::move(b));
     for (auto& b : MP::bodenPruefen(f.segmente, f.mitBoden))
         befunde.push_back(std::move(b));
 

@@ -1,3 +1,4 @@
+#include "Abbruch.hpp"
 #include "Ausgabe.hpp"
 #include "Befehle.hpp"
 #include "KernWahl.hpp"
@@ -121,13 +122,13 @@ int rechnen(const Optionen& o) {
     } catch (const std::exception& e) {
         d.fehler = e.what();
     }
-    if (modell) d = NECKern::Rechengang::rechnen(*modell, kern);
+    if (modell) d = NECKern::Rechengang::rechnen(*modell, kern, 0, nullptr, stoppzeichen());
 
     if (o.json)
         std::cout << zusammenfassung(modell ? &*modell : nullptr, kern->kennung(), d).dump(2) << '\n';
     else if (o.ergebnis && d.ergebnis)
         std::cout << Json(*d.ergebnis).dump(2) << '\n';
-    else if (d.ergebnis)
+    else if (d.ergebnis && !d.fehler)
         textAusgeben(*modell, d);
     if (!d.fehler) return erfolg;
     std::cerr << *d.fehler << '\n';

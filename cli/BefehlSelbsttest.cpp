@@ -1,4 +1,5 @@
 // selbsttest: einen Rechenkern an Fällen mit bekannter Lösung prüfen.
+#include "Abbruch.hpp"
 #include "Befehle.hpp"
 #include "KernWahl.hpp"
 
@@ -55,7 +56,7 @@ void tabelle(const std::vector<Zeile>& zeilen, const std::string& kennung) {
 
 int selbsttest(const Optionen& o) {
     const auto kern = kernWaehlen(o.kern);
-    const auto zeilen = NECKern::Selbsttest::laufen(*kern);
+    const auto zeilen = NECKern::Selbsttest::laufen(*kern, {}, stoppzeichen());
     const bool fehler = std::any_of(zeilen.begin(), zeilen.end(), [&](const Zeile& z) {
         return urteil(z, kern->kennung()) == "nicht bestanden";
     });

@@ -1,4 +1,6 @@
 // wellenwerk-cli: die Rechenbibliothek ohne Fenster.
+#include "Abbruch.hpp"
+#include "Aufrufmeldung.hpp"
 #include "Befehle.hpp"
 
 #include <CLI/CLI.hpp>
@@ -25,6 +27,8 @@ void deutscheHilfe(CLI::App& app) {
 } // namespace
 
 int main(int argc, char** argv) {
+    // Vor jedem weiteren Faden: nur der Wartefaden bekommt SIGINT und SIGTERM.
+    Befehle::Abbruch abbruch;
     std::setlocale(LC_ALL, "");
     CLI::App app{"Wellenwerk – Antennen rechnen ohne Fenster"};
     app.require_subcommand(1);
@@ -34,14 +38,16 @@ int main(int argc, char** argv) {
         befehl->group("Befehle");
         befehl->set_help_flag("-h,--help", "Diese Hilfe zeigen");
     }
+    Befehle::typnamenDeutsch(app);
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success& e) {
         return app.exit(e);
     } catch (const CLI::ParseError& e) {
-        // Die Einzelheit kommt von CLI11 und bleibt englisch; der Rahmen ist deutsch.
-        std::cerr << "Falscher Aufruf: " << e.what() << "\nHilfe: " << argv[0] << " --help\n";
+        std::cerr << "Falscher Aufruf: " << Befehle::aufrufMeldung(app, e) << "\nHilfe: " << argv[0]
+                  << " --help\n";
         return Befehle::falscherAufruf;
     }
+    if (const int signal = abbruch.signal()) return 128 + signal;
     return Befehle::ergebnis();
 }

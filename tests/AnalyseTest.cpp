@@ -133,8 +133,10 @@ TEST(Frequenzgang, UnbestimmteEingabenGebenEinenSatzStattEinesLaufs) {
         const char* text;
     };
     const char* grenzen = "Die Grenzen des Frequenzgangs müssen endliche Zahlen sein.";
+    const char* positiv = "Frequenz muss grösser als 0 MHz sein.";
     for (const auto& f :
-         {Fall{14, 15, 1, 2, "Der Frequenzgang braucht mindestens 2 Frequenzen."},
+         {Fall{-1, 14, 3, 2, positiv}, Fall{0, 14, 3, 2, positiv}, Fall{14, -0.5, 3, 2, positiv},
+          Fall{14, 15, 1, 2, "Der Frequenzgang braucht mindestens 2 Frequenzen."},
           Fall{14, 15, -3, 2, "Der Frequenzgang braucht mindestens 2 Frequenzen."},
           Fall{14, 15, 11, 0, "Der Frequenzgang braucht mindestens einen Rechenlauf zugleich."},
           Fall{nan, 15, 11, 2, grenzen}, Fall{14, inf, 11, 2, grenzen}, Fall{-1e308, 1e308, 2, 2, grenzen}}) {

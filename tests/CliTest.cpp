@@ -118,16 +118,32 @@ TEST_F(Cli, ScheiternMitDeutschemSatz) {
     }
 }
 
-TEST_F(Cli, FalscherAufrufEndetMitZwei) {
-    for (const auto& argumente :
-         std::vector<std::vector<std::string>>{{},
-                                               {"zaubern"},
-                                               {"rechnen", "--unbekannt"},
-                                               {"rechnen", "--json", "--ergebnis", "--beispiel", "Yagi"}}) {
+TEST_F(Cli, FalscherAufrufEndetMitZweiUndEinemDeutschenSatz) {
+    struct Fall {
+        std::vector<std::string> argumente;
+        const char* satz;
+    };
+    const Fall faelle[] = {
+        {{}, "Es fehlt ein Befehl."},
+        {{"zaubern"}, "Unbekannter Befehl „zaubern“."},
+        {{"rechnen", "--unbekannt"}, "Unbekannte Option „--unbekannt“."},
+        {{"rechnen", "a", "b", "c"}, "Unerwartete Argumente: „b“, „c“."},
+        {{"rechnen", "--json", "--ergebnis", "--beispiel", "Yagi"},
+         "--json und --ergebnis schliessen einander aus."},
+        {{"rechnen", "--json=ja"}, "--json ist ein Schalter und nimmt keinen Wert."},
+        {{"rechnen", "--kern"}, "--kern braucht einen Wert."},
+        {{"gang", "--von", "14", "--bis", "15"}, "Die Angabe --punkte fehlt."},
+        {{"gang", "--von", "x"}, "--von erwartet eine Zahl, nicht „x“."},
+        {{"gang", "--punkte", "abc"}, "--punkte erwartet eine ganze Zahl, nicht „abc“."},
+        {{"gang", "--von", "1", "--von", "2"}, "--von darf nur einmal stehen."},
+    };
+    for (const auto& [argumente, satz] : faelle) {
         const auto a = cli(argumente);
-        EXPECT_EQ(a.status, 2);
-        EXPECT_THAT(a.fehler, testing::StartsWith("Falscher Aufruf: "));
+        EXPECT_EQ(a.status, 2) << satz;
+        EXPECT_EQ(a.fehler, "Falscher Aufruf: " + std::string(satz) + "\nHilfe: " + WW_CLI + " --help\n");
     }
+    // Auch die Hilfe nennt die Typen deutsch.
+    EXPECT_THAT(cli({"gang", "--help"}).aus, testing::HasSubstr("--punkte GANZZAHL PFLICHT"));
 }
 
 TEST_F(Cli, JsonMeldetAuchDenFehlschlag) {

@@ -194,6 +194,7 @@ TEST(Geometrie, RiesigeKopienzahlenGebenDasDeckUnveraendertZurueck) {
     for (auto karte : faelle) {
         auto deck = deckMit(std::string("GW 1 1 0 0 0 0 0 1 0.01\n") + karte);
         EXPECT_EQ(Geometrie::abflachen(deck), deck) << karte;
+        EXPECT_EQ(Geometrie::struktur(deck).zuGrossBei, std::string(karte).substr(0, 2));
     }
     // Viele Bearbeitungen einer grossen Liste: ebenfalls begrenzt, statt minutenlang zu rechnen.
     std::string viele = "GA 1 150000 1 0 90 0.001";
@@ -201,6 +202,34 @@ TEST(Geometrie, RiesigeKopienzahlenGebenDasDeckUnveraendertZurueck) {
         viele += "\nGS 0 0 1";
     auto deck = deckMit(viele);
     EXPECT_EQ(Geometrie::abflachen(deck), deck);
+}
+
+TEST(Geometrie, StrukturZaehltSegmenteUndFlaechenSamtKopien) {
+    // Zwei Drähte (5 und 3 Segmente), 2·3 + 1 Flächen; GX verdoppelt alles, GR 3 verdreifacht.
+    const auto s = Geometrie::struktur("SM 2 3 0 0 0 1 0 0\nSC 0 0 1 1 0\nSP 0 0 2 0 0 90 0 0.1\n"
+                                       "GW 1 5 0 0 1 0 0 2 0.001\nGA 2 3 1 0 90 0.001\nGX 1 100\nGR 0 3\n"
+                                       "GE 0\nGW 9 99 0 0 0 0 0 1 0.001");
+    EXPECT_EQ(s.draehte.size(), 24u);
+    EXPECT_EQ(s.segmente(), 48);
+    EXPECT_EQ(s.flaechen, 42);
+    EXPECT_EQ(s.symmetrie, 3); // GR nach GX: nec2c nutzt nur die Drehung
+    EXPECT_EQ(s.zuGrossBei, "");
+}
+
+TEST(Geometrie, SymmetrieWieNec2cSieNutzt) {
+    const std::string draht = "GW 1 5 1 0 0 1 0 2 0.001\n";
+    const std::pair<const char*, std::int64_t> faelle[] = {
+        {"", 1},
+        {"GR 1 8\n", 8},
+        {"GX 1 110\n", 4},
+        {"GR 1 8\nGS 0 0 2\n", 8},
+        {"GR 1 8\nGM 0 0 0 0 0 0 0 1\n", 8},
+        {"GR 1 8\nGM 0 1 0 0 0 0 0 5\n", 1},
+        {"GR 1 8\nGA 5 4 1 0 90 0.001\n", 1},
+        {"GR 1 8\nGW 9 3 0 0 5 0 0 6 0.001\n", 1},
+    };
+    for (const auto& [karten, ordnung] : faelle)
+        EXPECT_EQ(Geometrie::struktur(draht + karten + "GE 0").symmetrie, ordnung) << karten;
 }
 
 TEST(Geometrie, VerweiseWandernUeberDieStueckeDesAltenTags) {

@@ -34,6 +34,17 @@ TEST(Karte, FelderJeTyp) {
                                               {"XQ", 1, 0},
                                               {"PT", 4, 0},
                                               {"EN", 0, 0},
+                                              // Flächen und übrige Karten der NEC-2-Eingabe
+                                              {"SP", 2, 6},
+                                              {"SM", 2, 6},
+                                              {"SC", 2, 6},
+                                              {"GC", 2, 3},
+                                              {"GF", 1, 0},
+                                              {"GD", 4, 4},
+                                              {"CP", 4, 0},
+                                              {"PL", 4, 0},
+                                              {"NX", 0, 0},
+                                              {"WG", 0, 0},
                                               // Unbekannte, CM und CE und Kleinschreibung: Vorgabe 4 und 6
                                               {"CE", 4, 6},
                                               {"CM", 4, 6},
@@ -43,13 +54,23 @@ TEST(Karte, FelderJeTyp) {
     }
 }
 
-TEST(Karte, BeschreibungKenntVierundzwanzigTypen) {
+TEST(Karte, BeschreibungKenntJedeKarteDerNec2Eingabe) {
     const auto& b = Karte::beschreibung();
-    EXPECT_EQ(b.size(), 24u);
+    EXPECT_EQ(b.size(), 34u);
+    EXPECT_EQ(b.at("SM"), "Fläche aus mehreren Patches");
     EXPECT_EQ(b.at("GH"), "Wendel (Helix)");
     EXPECT_EQ(b.at("GM"), "Verschieben/Drehen/Kopieren");
     EXPECT_EQ(b.at("CM"), "Kommentar");
     EXPECT_EQ(b.count("CE"), 0u);
+}
+
+TEST(Karte, FlaechenUndZweiterBodenBehaltenIhreFelder) {
+    const auto m = Modell::lesen("SM 4 4 -0.5 -0.5 0 0.5 -0.5 0\nSC 0 0 0.5 0.5 0\nSP 0 1 0.1 0 0 90 0 0.01\n"
+                                 "GD 0 0 0 0 5 0.001 20 -10\n",
+                                 "x");
+    EXPECT_EQ(m.karten[0].reell.front(), "-0.5");
+    EXPECT_EQ(m.schreiben(), "CM x\nCE\nSM 4 4 -0.5 -0.5 0 0.5 -0.5 0\nSC 0 0 0.5 0.5 0 0 0 0\n"
+                             "SP 0 1 0.1 0 0 90 0 0.01\nGD 0 0 0 0 5 0.001 20 -10\n");
 }
 
 TEST(Modell, VorgabenSindNeueAntenneOhneInhaltMitFuenfzigOhm) {

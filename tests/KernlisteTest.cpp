@@ -9,33 +9,10 @@
 
 using namespace NECKern;
 using TestHilfen::PrivaterTemp;
+using TestHilfen::Umgebung;
 namespace fs = std::filesystem;
 
 namespace {
-
-// Setzt eine Umgebungsvariable für die Dauer eines Tests (nullptr: entfernt sie).
-class Umgebung {
-  public:
-    Umgebung(const char* name, const char* wert) : name_(name) {
-        if (const char* alt = std::getenv(name)) alt_ = alt;
-        if (wert)
-            ::setenv(name, wert, 1);
-        else
-            ::unsetenv(name);
-    }
-    ~Umgebung() {
-        if (alt_)
-            ::setenv(name_, alt_->c_str(), 1);
-        else
-            ::unsetenv(name_);
-    }
-    Umgebung(const Umgebung&) = delete;
-    Umgebung& operator=(const Umgebung&) = delete;
-
-  private:
-    const char* name_;
-    std::optional<std::string> alt_;
-};
 
 const ExternerKern& extern_(const KernZeiger& k) {
     auto e = dynamic_cast<const ExternerKern*>(k.get());

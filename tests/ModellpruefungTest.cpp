@@ -114,10 +114,10 @@ TEST(Vorpruefung, ReihenfolgeDerKarten) {
          }) {
         EXPECT_EQ(MP::vorpruefen(deck(f.deck)), f.satz) << f.deck;
     }
-    // GN und ein zweites GE nach GE sind erlaubt.
-    EXPECT_EQ(
-        MP::vorpruefen(deck("GW 1 1 0 0 0 1 0 0 1mm\nGE 1\nGN 1\nGE 0\nEX 0 1 1 0 1 0\nFR 0 1 0 0 14 0\n")),
-        std::nullopt);
+    // GN, GD (Klippe, zweites Medium) und ein zweites GE nach GE sind erlaubt.
+    EXPECT_EQ(MP::vorpruefen(deck("GW 1 1 0 0 0 1 0 0 1mm\nGE 1\nGN 1\nGD 0 0 0 0 5 0.001 20 -10\nGE 0\n"
+                                  "EX 0 1 1 0 1 0\nFR 0 1 0 0 14 0\n")),
+              std::nullopt);
 }
 
 TEST(Vorpruefung, NurBogenUndWendelWerdenNichtGelesen) {
@@ -234,6 +234,79 @@ TEST(Vorpruefung, ErzeugteTagsNurOhneTagKarten) {
                   "Speisung: Draht 1 hat 11 Segmente, Segment 12 gibt es nicht.")
             << karte;
     }
+}
+
+TEST(Vorpruefung, KopienMitZuwachsNullVerlaengernDenTag) {
+    // Drei Kopien eines 11-Segment-Drahts mit Tag-Zuwachs 0: Tag 1 hat 44 Segmente.
+    const auto mit = [](const char* ex) {
+        return MP::vorpruefen(deck(std::string("GW 1 11 0 0 -5 0 0 5 1mm\nGM 0 3 0 0 0 1 0 0 0\nGE 0\n") +
+                                   ex + "FR 0 1 0 0 14 0\n"));
+    };
+    EXPECT_EQ(mit("EX 0 1 44 0 1 0\n"), std::nullopt);
+    EXPECT_EQ(mit("EX 0 1 45 0 1 0\n"), "Speisung: Draht 1 hat 44 Segmente, Segment 45 gibt es nicht.");
+}
+
+TEST(Vorpruefung, UmfangUndLageNachKopienUndSymmetrie) {
+    struct Fall {
+        std::string geometrie;
+        std::optional<std::string> satz;
+    };
+    const std::string zuViele =
+        " – so viele lassen sich in den 5 Minuten, die ein Lauf dauern darf, nicht rechnen; "
+        "höchstens 12000 ";
+    const std::string zuWeit = " – mehr als 100 km ist kein Antennenmass, Masse und Einheiten prüfen.";
+    const std::string rest = "GE 0\nEX 0 1 1 0 1 0\nFR 0 1 0 0 14 0\n";
+    const Fall faelle[] = {
+        {"GW 1 1 0 0 0 0 0 1 1mm\nGM 0 1000000000 0 0 0 0 0 1 0\n",
+         "Die Karte GM erzeugt mehr Drähte, als sich rechnen lassen – die Zahl der Kopien oder Segmente "
+         "verkleinern."},
+        {"GW 1 12001 0 0 0 0 0 1200 1mm\n",
+         "Das Modell hat 12001 Segmente" + zuViele + "Segmente verwenden."},
+        // Eine Karte nach GR hebt die Symmetrie auf, die nec2c sonst nutzte.
+        {"GW 1 1000 1 0 0 1 0 100 1mm\nGR 1 12\nGW 99 1 5 0 0 5 0 1 1mm\n",
+         "Das Modell hat 12001 Segmente" + zuViele + "Segmente verwenden."},
+        {"GW 1 3500 1 0 0 1 0 350 1mm\nGR 1 12\n",
+         "Das Modell hat 42000 Segmente – so viele lassen sich in den 5 Minuten, die ein Lauf dauern darf, "
+         "nicht "
+         "rechnen; höchstens 41569 Segmente verwenden (bei 12-facher Symmetrie)."},
+        {"SM 100 100 0 0 0 1 0 0\nSC 0 0 1 1 0\nGW 1 1 0 0 1 0 0 2 1mm\n",
+         "Das Modell hat 1 Segment und 10000 Flächenstücke" + zuViele +
+             "Unbekannte (Segmente plus zwei je Flächenstück) verwenden."},
+        {"GW 1 1 0 0 0 0 0 1e300 1mm\n", "Draht (Tag 1) hat eine Koordinate von 1e+300 m" + zuWeit},
+        {"SP 0 0 0 0 1e9 90 0 0.01\nGW 1 1 0 0 0 0 0 1 1mm\n",
+         "Die Karte SP hat eine Koordinate von 1e+09 m" + zuWeit},
+        {"GW 1 1 0 0 0 0 0 1 1mm\nGS 0 0 1e308\nGS 0 0 10\n",
+         "Draht (Tag 1) hat eine Koordinate, die keine endliche Zahl ist – Formeln und Kopien (GM, GS) "
+         "prüfen."},
+        {"GA 1 8 1 0 90 1e-12\nGW 1 1 0 0 0 0 0 1 1mm\n",
+         "Draht (Tag 1) hat den Radius 1e-12 m – sinnvoll sind 1 nm bis 1 km, Masse und Einheiten prüfen."},
+        // An der Grenze wird gerechnet: 12000 Segmente, mit zwölffacher Symmetrie 12000·√12.
+        {"GW 1 12000 0 0 0 0 0 1200 1mm\n", std::nullopt},
+        {"GW 1 3464 1 0 0 1 0 346 1mm\nGR 1 12\n", std::nullopt},
+    };
+    for (const auto& f : faelle) {
+        const auto m = deck(f.geometrie + rest);
+        EXPECT_EQ(MP::umfangPruefen(m), f.satz) << f.geometrie;
+        EXPECT_EQ(MP::vorpruefen(m), f.satz) << f.geometrie;
+    }
+}
+
+TEST(Vorpruefung, LangeRechnungIstEinBefund) {
+    struct Fall {
+        const char* karten;
+        std::optional<Befund> befund;
+    };
+    for (const auto& f : std::initializer_list<Fall>{
+             {"GW 1 3000 0 0 0 0 0 300 1mm\nGE 0\nFR 0 1 0 0 14 0\n", std::nullopt},
+             {"GW 1 4500 0 0 0 0 0 450 1mm\nGE 0\nFR 0 1 0 0 14 0\n",
+              Befund{Stufe::hinweis, "Das Modell hat 4500 Segmente – nec2c rechnet daran etwa 64 s."}},
+             {"GW 1 4500 0 0 0 0 0 450 1mm\nGE 0\nFR 0 6 0 0 14 1\n",
+              Befund{Stufe::warnung,
+                     "Das Modell hat 4500 Segmente – nec2c rechnet daran etwa 6 min (64 s je "
+                     "Frequenz), länger als die 5 Minuten, nach denen ein Lauf abbricht – weniger "
+                     "Frequenzen oder Segmente wählen."}},
+         })
+        EXPECT_EQ(MP::dauerBefund(deck(f.karten)), f.befund) << f.karten;
 }
 
 TEST(Vorpruefung, Frequenz) {
@@ -511,6 +584,28 @@ TEST(NecMeldung, UeberschriftNachStichwort) {
 }
 
 // ---- Neue Karten ----
+
+TEST(NecMeldung, AbgelehnterLaufOhneFrequenzOderOhneImpedanzMitFehler) {
+    const auto lauf = [](std::vector<std::optional<Komplex>> impedanzen, std::vector<std::string> warnungen) {
+        NECErgebnis e;
+        for (const auto& z : impedanzen) {
+            FrequenzErgebnis f;
+            f.impedanz = z;
+            e.frequenzen.push_back(f);
+        }
+        e.warnungen = std::move(warnungen);
+        return MP::laufAbgelehnt(e);
+    };
+    const std::string last = "LOADING DATA CARD ERROR, NO SEGMENT HAS AN ITAG = 7";
+    EXPECT_EQ(lauf({}, {}), MP::necMeldung("keine Ausgabe"));
+    EXPECT_EQ(lauf({std::nullopt}, {"WARNING: GROUND", last, "nec2c beendet mit 255: " + last}),
+              MP::necMeldung(last));
+    EXPECT_EQ(lauf({std::nullopt}, {"nec2c beendet mit 1: kaputt"}),
+              MP::necMeldung("nec2c beendet mit 1: kaputt"));
+    // Eine ebene Welle als Anregung hat keine Impedanz und ist doch gerechnet.
+    EXPECT_EQ(lauf({std::nullopt}, {"WARNING: GROUND"}), std::nullopt);
+    EXPECT_EQ(lauf({std::nullopt, Komplex{50, 0}}, {last}), std::nullopt);
+}
 
 TEST(NeueKarte, VorgabenJeTyp) {
     const Modell m = deck("GW 3 5 0 0 0 0 0 1 1mm\nGA 7 12 0.5 0 180 1mm\nGW x 5 0 0 0 0 0 1 1mm\nGE 0\n");

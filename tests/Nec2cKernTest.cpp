@@ -123,7 +123,7 @@ TEST_F(MitFalschemKern, DasDeckKommtAlsAsciiAn) {
     PrivaterTemp temp;
     const auto e = als("spiegel").rechnen(deck("lambdaUmlaut.nec"));
     ASSERT_FALSE(e.warnungen.empty());
-    EXPECT_EQ(e.warnungen[0], "WARNING CM Dipol lambda/2 fur Arger  Groe O");
+    EXPECT_EQ(e.warnungen[0], "WARNING CM Dipol lambda/2 fur Arger - Grosse Ohm");
 }
 
 TEST(Ascii, UmschreibenEntfernenUndWeglassen) {
@@ -135,13 +135,36 @@ TEST(Ascii, UmschreibenEntfernenUndWeglassen) {
         {"GW 1 21 0 -5 10 0 5 10 0.001\n", "GW 1 21 0 -5 10 0 5 10 0.001\n"},
         {"CM λ/4", "CM lambda/4"},
         {"Ä ö ü é ñ", "A o u e n"},
-        {"Größe ß 20°C – ok", "Groe  20C  ok"},
+        {"Größe ß 20°C – „ok“ ±1,5 µH ²³", "Grosse ss 20GradC - \"ok\" +-1,5 uH 23"},
+        {"Λ μ ω 50 Ω", "Lambda u omega 50 Ohm"},
+        // Was die eigene Tabelle nicht kennt, geht an ICU: fremde Schrift, Akzente, Übriges fällt weg.
         {"Антенна", "Antenna"},
-        {"Λ μ", "L m"},
+        {"ą ő ☺ Ω", "a o  Ohm"},
         {"ungültig \xff\xfe!", "ungultig !"},
     };
     for (const auto& [ein, aus] : faelle)
         EXPECT_EQ(ascii(ein), aus) << ein;
+}
+
+TEST(Nec2cKern, ZuLangeKarteWirdAbgelehntLangerKommentarUmgebrochen) {
+    PrivaterTemp temp;
+    // nec2c liest je Zeile 132 Zeichen: ein GH mit neun Zahlen in Exponentenform passt nicht.
+    const std::string gh = "GH 1 40 5.000000000E-04 2.000000000E-02 5.000000000E-04 5.000000000E-04 "
+                           "5.000000000E-04 5.000000000E-04 1.000000000E-05 1.000000000E-05\n";
+    EXPECT_THAT([&] { echt.rechnen("CE\n" + gh + "GE 0\nEX 0 1 1 0 1 0\nXQ 0\nEN\n"); },
+                testing::ThrowsMessage<KernFehler>(
+                    "Die Karte GH ist 135 Zeichen lang, nec2c liest aber nur 132 je Zeile – kleine Masse in "
+                    "Millimetern schreiben und mit GS 0 0 0.001 in Meter umrechnen."));
+    EXPECT_TRUE(temp.eintraege().empty());
+}
+
+TEST_F(MitFalschemKern, LangerKommentarKommtUmgebrochenAn) {
+    PrivaterTemp temp;
+    const std::string lang(200, 'x');
+    const auto e = als("spiegel").rechnen("CM " + lang + "\nCE\nEN\n");
+    EXPECT_EQ(e.warnungen,
+              (std::vector<std::string>{"WARNING CM " + lang.substr(0, 129), "WARNING CM " + lang.substr(129),
+                                        "WARNING CE", "WARNING EN"}));
 }
 
 TEST(Nec2cKern, VieleLaeufeAusAchtThreads) {

@@ -71,6 +71,30 @@ class PrivaterTemp {
     std::optional<std::string> alt_;
 };
 
+// Setzt eine Umgebungsvariable für die Dauer eines Tests (nullptr: entfernt sie).
+class Umgebung {
+  public:
+    Umgebung(const char* name, const char* wert) : name_(name) {
+        if (const char* alt = std::getenv(name)) alt_ = alt;
+        if (wert)
+            ::setenv(name, wert, 1);
+        else
+            ::unsetenv(name);
+    }
+    ~Umgebung() {
+        if (alt_)
+            ::setenv(name_, alt_->c_str(), 1);
+        else
+            ::unsetenv(name_);
+    }
+    Umgebung(const Umgebung&) = delete;
+    Umgebung& operator=(const Umgebung&) = delete;
+
+  private:
+    const char* name_;
+    std::optional<std::string> alt_;
+};
+
 // Ein Link auf das falsche Löserprogramm; sein Name wählt, was es tut.
 inline fs::path falscherKernAls(const fs::path& ordner, const std::string& art) {
     auto link = ordner / art;

@@ -3,6 +3,7 @@
 #include "NECKern/Aufgabengruppe.hpp"
 #include "NECKern/Frequenzkarte.hpp"
 #include "NECKern/Json.hpp"
+#include "NECKern/Modellpruefung.hpp"
 
 #include <algorithm>
 #include <atomic>
@@ -90,6 +91,9 @@ std::vector<Frequenzpunkt> Analyse::frequenzgang(const Modell& modell, const Rec
     double schritt = (bis - von) / (punkte - 1);
     if (!std::isfinite(von) || !std::isfinite(bis) || !std::isfinite(schritt))
         throw KernFehler("Die Grenzen des Frequenzgangs müssen endliche Zahlen sein.");
+    // Bei f ≤ 0 rechnet nec2c über Boden bis zu seinem Zeitlimit.
+    if (von <= 0 || bis <= 0) throw KernFehler("Frequenz muss grösser als 0 MHz sein.");
+    if (auto satz = Modellpruefung::umfangPruefen(modell)) throw KernFehler(*satz);
 
     auto liste = stuecke(punkte, parallel);
     std::vector<std::vector<Frequenzpunkt>> teile(liste.size());

@@ -34,7 +34,9 @@ namespace Analyse {
 // RP-Karten (und damit Gewinn und Vor-Rück). Ergebnis nach Frequenz sortiert.
 // Der erste Fehler eines Laufs wird geworfen, sobald alle Läufe zu Ende sind;
 // danach beginnt kein weiterer Lauf, und es gibt keine Teilliste.
-// Wirft KernFehler bei punkte < 2, parallel < 1 oder nicht endlichen Grenzen.
+// Wirft KernFehler, bevor ein Lauf beginnt: bei punkte < 2, parallel < 1, nicht
+// endlichen Grenzen, einer Grenze bei 0 MHz oder darunter und bei einem Modell, das
+// Modellpruefung::umfangPruefen ablehnt.
 // `stopp` hält alle laufenden Kernläufe an; `fertig` meldet nach jedem Lauf die
 // Zahl der bisher gerechneten Punkte (aus dem Thread dieses Laufs).
 std::vector<Frequenzpunkt> frequenzgang(const Modell& modell, const Rechenkern& kern, double von, double bis,

@@ -1,5 +1,8 @@
 #include "NECKern/Feldstaerke.hpp"
 
+#include "NECKern/Modellpruefung.hpp"
+#include "NECKern/Rechenkerne/KernFehler.hpp"
+
 #include <cmath>
 #include <fmt/printf.h>
 #include <numbers>
@@ -15,6 +18,7 @@ bool entfaellt(const std::string& typ) {
 } // namespace
 
 std::string deck(const Modell& modell, double mhz, double z, double mx, double my, double halb, int n) {
+    if (auto satz = Modellpruefung::umfangPruefen(modell)) throw KernFehler(*satz);
     Modell kopie = modell;
     std::erase_if(kopie.karten, [](const Karte& k) { return entfaellt(k.typ); });
 

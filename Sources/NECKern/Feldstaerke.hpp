@@ -16,7 +16,8 @@ inline constexpr const char* erklaerung =
     "Pausen) – eine Abschätzung, kein amtlicher Nachweis.";
 
 // Rechendeck für das Nahfeld (E und H) auf n × n Punkten der Ebene in Höhe z,
-// Mitte (mx, my), halbe Seitenlänge halb. Wirft die Fehler des Rechendecks.
+// Mitte (mx, my), halbe Seitenlänge halb. Wirft die Fehler des Rechendecks und
+// KernFehler bei einem Modell, das Modellpruefung::umfangPruefen ablehnt.
 std::string deck(const Modell& modell, double mhz, double z, double mx, double my, double halb, int n);
 
 // Effektivwert bei der Sendeleistung aus NECs Spitzenwert bei dessen

@@ -18,15 +18,6 @@ namespace {
 using Vektor = std::array<double, 3>;
 using Matrix = std::array<Vektor, 3>;
 
-// Ein gerader Draht; Tag 0 heisst: ohne Tag, wird nie umnummeriert oder erhöht.
-struct Draht {
-    Ganz tag = 0;
-    Ganz segmente = 0;
-    Vektor a{};
-    Vektor b{};
-    double radius = 0;
-};
-
 std::size_t malGroesse(std::size_t a, std::size_t b) {
     std::size_t r = 0;
     if (!__builtin_mul_overflow(a, b, &r)) return r;
@@ -59,11 +50,17 @@ Vektor anwenden(const Matrix& m, const Vektor& v, const Vektor& verschiebung) {
 class Drahtliste {
   public:
     const std::vector<Draht>& draehte() const { return liste; }
+    std::vector<Draht> nehmen() { return std::move(liste); }
+    Ganz flaechen() const { return stuecke; }
+    Ganz symmetrie() const { return ordnung; }
     bool zuGross() const { return ueberlauf; }
 
     void karte(const Zeile& z) {
         if (ueberlauf) return;
         auto typ = z.typ();
+        if (typ == "SP" || typ == "SM" || typ == "GW" || typ == "GA" || typ == "GH") ordnung = 1;
+        if (typ == "SP") return vervielfachen(1, 1);
+        if (typ == "SM") return sm(z.ganz());
         if (typ == "GW") return gw(z.ganz(), z.reell());
         if (typ == "GA") return ga(z.ganz(), z.reell());
         if (typ == "GH") return gh(z.ganz(), z.reell());
@@ -82,6 +79,17 @@ class Drahtliste {
     std::vector<Draht> liste;
     std::size_t arbeit = 0;
     bool ueberlauf = false;
+    Ganz stuecke = 0;
+    Ganz ordnung = 1;
+
+    // Flächen werden nur gezählt: Kopien vervielfachen sie, dazu kommen neue.
+    void vervielfachen(Ganz faktor, Ganz neu) {
+        stuecke = plus(faktor == 1 ? stuecke : mal(stuecke, faktor), neu);
+    }
+
+    void sm(const std::vector<Ganz>& ganz) {
+        if (ganz.size() == 2 && ganz[0] > 0 && ganz[1] > 0) vervielfachen(1, mal(ganz[0], ganz[1]));
+    }
 
     // Darf die Liste um `neu` Drähte wachsen und `bearbeitet` Drähte umformen?
     bool erlaubt(std::size_t neu, std::size_t bearbeitet) {
@@ -152,6 +160,9 @@ class Drahtliste {
         auto zuwachs = ganz[0];
         auto kopien = ganz[1];
         double ab = r.size() > 6 ? r[6] : 0.0;
+        // Nur eine Kopie des ganzen Aufbaus (ab Tag 0) nimmt die Flächen mit.
+        if (ab == 0 && kopien > 0) vervielfachen(plus(kopien, 1), 0);
+        if (ab != 0 || kopien > 0) ordnung = 1;
         auto m = drehung(r[0], r[1], r[2]);
         Vektor verschiebung{r[3], r[4], r[5]};
         auto umformen = [&](Draht& d) {
@@ -188,6 +199,8 @@ class Drahtliste {
         auto zuwachs = ganz[0];
         auto anzahl = ganz[1];
         if (anzahl <= 1) return;
+        vervielfachen(anzahl, 0);
+        ordnung = anzahl; // eine Spiegelung davor nutzt NEC dann nicht mehr
         auto n = liste.size();
         if (n == 0 || !erlaubt(malGroesse(n, static_cast<std::size_t>(anzahl - 1)), 0)) return;
         for (Ganz k = 1; k < anzahl; ++k) {
@@ -210,6 +223,8 @@ class Drahtliste {
         std::array<std::pair<char, std::size_t>, 3> folge{{{code[2], 2}, {code[1], 1}, {code[0], 0}}};
         for (auto [ziffer, achse] : folge) {
             if (ziffer != '1') continue;
+            vervielfachen(2, 0);
+            ordnung = mal(ordnung, 2);
             auto n = liste.size();
             if (!erlaubt(n, 0)) return;
             for (std::size_t i = 0; i < n; ++i) {
@@ -237,6 +252,26 @@ std::vector<double> zahlen(const std::vector<std::string_view>& teile) {
     for (auto teil : teile)
         if (auto x = alsZahl(teil)) ergebnis.push_back(*x);
     return ergebnis;
+}
+
+std::int64_t Struktur::segmente() const {
+    Ganz summe = 0;
+    for (const auto& d : draehte)
+        summe = plus(summe, d.segmente);
+    return summe;
+}
+
+Struktur struktur(std::string_view deck) {
+    Drahtliste liste;
+    for (auto text : zeilen(deck)) {
+        Zeile z{text, teile(text)};
+        if (z.typ() == "GE") break;
+        liste.karte(z);
+        if (liste.zuGross()) return {{}, liste.flaechen(), 1, std::string(z.typ())};
+    }
+    const auto flaechen = liste.flaechen();
+    const auto symmetrie = liste.symmetrie();
+    return {liste.nehmen(), flaechen, symmetrie, {}};
 }
 
 std::string abflachen(std::string_view deck) {

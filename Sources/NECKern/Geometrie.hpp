@@ -1,6 +1,8 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,6 +18,30 @@ namespace NECKern::Geometrie {
 // Deck wäre ein stilles falsches Ergebnis.
 inline constexpr std::size_t maxDraehte = 200'000;
 inline constexpr std::size_t maxArbeit = 10'000'000;
+
+// Ein gerader Draht; Tag 0 heisst: ohne Tag, wird nie umnummeriert oder erhöht.
+struct Draht {
+    std::int64_t tag = 0;
+    std::int64_t segmente = 0;
+    std::array<double, 3> a{};
+    std::array<double, 3> b{};
+    double radius = 0;
+};
+
+// Die Geometrie bis GE, mit allen Kopien, Drehungen und Spiegelungen ausgeführt.
+struct Struktur {
+    std::vector<Draht> draehte;
+    std::int64_t flaechen = 0; // Flächenstücke aus SP und SM samt Kopien (gezählt, nicht gebaut)
+    // Ordnung der Symmetrie, die NEC nutzt: GR n gibt n, GX mit k Ebenen 2^k. Neue Teile
+    // (GW, GA, GH, SP, SM) oder Kopien mit GM danach heben sie auf; GS lässt sie stehen.
+    std::int64_t symmetrie = 1;
+    std::string zuGrossBei; // Karte, an der die Grenzen oben griffen; leer: vollständig gelesen
+
+    // Segmente aller Drähte; eine Summe jenseits von 64 Bit bleibt beim Grösstwert stehen.
+    std::int64_t segmente() const;
+};
+
+Struktur struktur(std::string_view deck);
 
 // Ersetzt den Geometrieteil durch GW-Zeilen: Bögen und Wendeln in gerade
 // Ein-Segment-Drähte zerlegt, GS, GM, GR und GX ausgeführt. Ohne Zeilenende am Schluss.

@@ -39,7 +39,14 @@ void from_json(const nlohmann::ordered_json& j, Befund& b);
 namespace Modellpruefung {
 
 // Vor dem Rechnen: der erste Grund, warum das Modell nicht gerechnet werden kann.
+// Zuletzt prüft sie den Umfang (umfangPruefen).
 std::optional<std::string> vorpruefen(const Modell& modell);
+
+// Grösse und Lage der Geometrie nach allen Kopien und Spiegelungen: zu viele Segmente
+// für nec2c, Koordinaten oder Radien ausser Mass. Jeder Weg zu einem Kern ruft sie vorher.
+std::optional<std::string> umfangPruefen(const Modell& modell);
+// Rechenbar, aber nec2c braucht lange (ab einer halben Minute je Lauf).
+std::optional<Befund> dauerBefund(const Modell& modell);
 
 // Nach dem Rechnen, auf den Segmenten, die der Kern gemeldet hat.
 std::vector<Befund> pruefen(std::span<const Segment> segmente, double mhz);
@@ -51,6 +58,9 @@ double laengenSprung(std::span<const Segment> segmente);
 
 // Überschrift plus die Worte des Kerns zu einem gescheiterten NEC-Lauf.
 std::string necMeldung(std::string_view text);
+// Die necMeldung zu einem Lauf, den der Kern abgelehnt hat: ohne jede Frequenz, oder
+// ohne jede Impedanz und mit einer Fehlermeldung des Kerns. Sonst keine.
+std::optional<std::string> laufAbgelehnt(const NECErgebnis& ergebnis);
 
 // Vorlage der Karte, die der Editor für einen Kartentyp einfügt.
 Karte neueKarte(std::string_view typ, const Modell& modell);

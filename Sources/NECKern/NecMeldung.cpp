@@ -1,6 +1,7 @@
 #include "NECKern/Modellpruefung.hpp"
 #include "NECKern/Unicode.hpp"
 
+#include <algorithm>
 #include <array>
 #include <unicode/uchar.h>
 
@@ -47,6 +48,21 @@ std::string beschnitten(std::string_view text) {
 std::string necMeldung(std::string_view text) {
     const std::string gueltig = Unicode::reparieren(text);
     return std::string(ueberschrift(Unicode::gross(gueltig))) + ". NEC meldet: " + beschnitten(gueltig);
+}
+
+std::optional<std::string> laufAbgelehnt(const NECErgebnis& ergebnis) {
+    const auto& w = ergebnis.warnungen;
+    if (ergebnis.frequenzen.empty()) return necMeldung(w.empty() ? "keine Ausgabe" : w.front());
+    const auto& f = ergebnis.frequenzen;
+    if (std::any_of(f.begin(), f.end(), [](const FrequenzErgebnis& e) { return e.impedanz.has_value(); }))
+        return std::nullopt;
+    // Ohne Impedanz kann ein Lauf gelten (Anregung durch eine ebene Welle); abgelehnt hat
+    // der Kern ihn erst, wenn er einen Fehler meldet oder nicht mit 0 endet.
+    const auto fehler = std::find_if(w.begin(), w.end(), [](const std::string& t) {
+        return Unicode::gross(t).find("ERROR") != std::string::npos || t.starts_with("nec2c beendet mit ");
+    });
+    if (fehler == w.end()) return std::nullopt;
+    return necMeldung(*fehler);
 }
 
 } // namespace NECKern::Modellpruefung

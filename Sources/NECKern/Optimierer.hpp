@@ -85,7 +85,8 @@ class Optimierer {
     // Ein Schritt: Reflexion r; ist r besser als die beste Ecke, gewinnt die bessere
     // von Expansion und r; sonst wird r angenommen, wenn es besser als die
     // zweitschlechteste Ecke ist; sonst Kontraktion, und scheitert sie, Schrumpfen.
-    // Gibt den besten Punkt zurück. Wirft KernFehler ohne markierte Variable.
+    // Gibt den besten Punkt zurück. Wirft KernFehler ohne markierte Variable und bei
+    // einem Modell, das Modellpruefung::umfangPruefen ablehnt.
     Werte starten(int maxSchritte, const std::function<void(const Stand&)>& fortschritt);
 
     // Bisherige Kernläufe dieses Objekts (für Messungen).

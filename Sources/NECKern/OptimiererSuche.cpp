@@ -1,6 +1,7 @@
 // Die Simplex-Suche nach Nelder und Mead mit Grenzen und vorausgerechneten Kandidaten.
 #include "NECKern/Optimierer.hpp"
 
+#include "NECKern/Modellpruefung.hpp"
 #include "NECKern/Unicode.hpp"
 
 #include <algorithm>
@@ -220,6 +221,7 @@ Werte Optimierer::starten(int maxSchritte, const std::function<void(const Stand&
                      [](const Variable& v) { return v.optimieren; }))
         throw KernFehler("Keine Variable zum Optimieren markiert");
     auto variablen = markierte(modell);
+    if (auto satz = Modellpruefung::umfangPruefen(modell)) throw KernFehler(*satz);
 
     Punkt x0, schritte;
     Bereich bereich;

@@ -65,6 +65,7 @@ Durchlauf rechnen(const Modell& modell, const KernZeiger& kern, std::size_t freq
         d.fehler = e.what();
         return d;
     }
+    if (auto lange = Modellpruefung::dauerBefund(modell)) d.befunde.push_back(*lange);
     // Gütetest und Gegenprobe brauchen das Ergebnis nicht: sie laufen neben dem Hauptlauf.
     // Passt der Gütetest nachher nicht (andere Frequenz, Struktur unter dem Boden), wird er verworfen.
     auto geplant = letzteGeplanteFrequenz(modell);
@@ -86,14 +87,14 @@ Durchlauf rechnen(const Modell& modell, const KernZeiger& kern, std::size_t freq
         return d;
     }
     const auto& ergebnis = *d.ergebnis;
-    if (ergebnis.frequenzen.empty()) {
-        d.fehler = Modellpruefung::necMeldung(ergebnis.warnungen.empty() ? "keine Ausgabe"
-                                                                         : ergebnis.warnungen.front());
+    if (auto satz = Modellpruefung::laufAbgelehnt(ergebnis)) {
+        d.fehler = std::move(satz);
         return d;
     }
 
     const auto& letzte = ergebnis.frequenzen.back();
-    d.befunde = Modellpruefung::pruefen(letzte.segmente, letzte.mhz);
+    auto regeln = Modellpruefung::pruefen(letzte.segmente, letzte.mhz);
+    d.befunde.insert(d.befunde.end(), regeln.begin(), regeln.end());
     auto boden = Modellpruefung::bodenPruefen(letzte.segmente, letzte.mitBoden);
     d.befunde.insert(d.befunde.end(), boden.begin(), boden.end());
 

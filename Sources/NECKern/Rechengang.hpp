@@ -18,10 +18,11 @@ namespace NECKern::Rechengang {
 
 struct Durchlauf {
     // Der Satz für den Benutzer: Vorprüfung, Formel- oder Kernfehler, oder die
-    // NEC-Meldung, wenn der Kern keine Frequenz geliefert hat.
+    // NEC-Meldung, wenn der Kern das Modell abgelehnt hat (Modellpruefung::laufAbgelehnt).
     std::optional<std::string> fehler;
     bool vorpruefungGescheitert = false;
     std::optional<NECErgebnis> ergebnis;
+    // Der Befund zur langen Rechenzeit steht schon vor dem Lauf hier, auch wenn er scheitert.
     std::vector<Befund> befunde;
     std::optional<double> guete;
     std::optional<Urteile::Gegenprobe> gegenprobe;

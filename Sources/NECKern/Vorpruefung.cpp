@@ -1,10 +1,13 @@
 // Vorprüfung: der erste Grund, der das Rechnen verhindert, als ein deutscher Satz.
 #include "NECKern/Feldwerte.hpp"
+#include "NECKern/Geometrie.hpp"
 #include "NECKern/Modellpruefung.hpp"
 
 #include <algorithm>
 #include <cmath>
+#include <exception>
 #include <fmt/format.h>
+#include <limits>
 #include <map>
 
 namespace NECKern::Modellpruefung {
@@ -24,8 +27,9 @@ Satz reihenfolgePruefen(const Modell& m) {
     if (!hatTyp(m, {"GW", "GA", "GH"})) return "Kein Draht: Füge eine Karte GW (Draht) hinzu.";
     auto ge = std::find_if(m.karten.begin(), m.karten.end(), [](const Karte& k) { return k.typ == "GE"; });
     if (ge == m.karten.end()) return "Karte GE (Geometrie-Ende) fehlt – sie schliesst die Drähte ab.";
+    // GN und GD beschreiben den Boden, keine Drähte: sie gehören hinter GE.
     for (auto it = ge + 1; it != m.karten.end(); ++it)
-        if (it->typ.starts_with('G') && it->typ != "GE" && it->typ != "GN")
+        if (it->typ.starts_with('G') && it->typ != "GE" && it->typ != "GN" && it->typ != "GD")
             return "Eine Geometriekarte (G…) steht nach GE – Drähte gehören vor die Karte GE.";
     if (!hatTyp(m, {"EX"})) return "Keine Speisung: Karte EX fehlt – ohne Speisung gibt es keine Impedanz.";
     if (!hatTyp(m, {"FR"})) return "Karte FR (Frequenz) fehlt.";
@@ -73,6 +77,26 @@ Satz speisungPruefen(const Karte& k, const Werte& werte, const Segmentzahlen& za
     return std::nullopt;
 }
 
+// Kopien mit Tag-Zuwachs 0 verlängern ein Tag: NEC zählt die Segmente aller Drähte
+// mit diesem Tag durch. Lässt sich das Deck nicht abflachen, bleiben die GW-Zahlen.
+Segmentzahlen abgeflacht(const Modell& m, Segmentzahlen gw) {
+    Geometrie::Struktur s;
+    try {
+        s = Geometrie::struktur(m.deck());
+    } catch (const std::exception&) {
+        return gw;
+    }
+    if (!s.zuGrossBei.empty()) return gw;
+    Segmentzahlen zahlen;
+    for (const auto& d : s.draehte) {
+        if (d.tag == 0) continue; // EX mit Tag 0 zählt die Segmente absolut, nicht je Draht
+        auto& summe = zahlen[d.tag];
+        if (__builtin_add_overflow(summe, d.segmente, &summe))
+            summe = std::numeric_limits<std::int64_t>::max();
+    }
+    return zahlen;
+}
+
 Satz frequenzPruefen(const Karte& k, const Werte& werte) {
     if (k.reell.empty()) return "Frequenz muss grösser als 0 MHz sein.";
     const auto mhz = Feldwerte::reell(k, 0, werte);
@@ -93,6 +117,7 @@ std::optional<std::string> vorpruefen(const Modell& modell) {
 
     // Ohne Karten, die Tags erzeugen oder umnummerieren, muss jeder gespeiste Tag ein GW sein.
     const bool nurDraehte = !hatTyp(modell, {"GM", "GR", "GX", "GA", "GH"});
+    if (!nurDraehte) zahlen = abgeflacht(modell, std::move(zahlen));
     for (const auto& k : modell.karten)
         if (k.typ == "EX")
             if (auto satz = speisungPruefen(k, werte, zahlen, nurDraehte)) return satz;
@@ -100,7 +125,7 @@ std::optional<std::string> vorpruefen(const Modell& modell) {
     for (const auto& k : modell.karten)
         if (k.typ == "FR")
             if (auto satz = frequenzPruefen(k, werte)) return satz;
-    return std::nullopt;
+    return umfangPruefen(modell);
 }
 
 } // namespace NECKern::Modellpruefung

@@ -1,6 +1,7 @@
 // Ein falsches Löserprogramm für Tests. Die Art wählt der eigene Name (über
-// einen Link, so dass Kerne es mit ihren festen Argumenten starten können)
-// oder, unter dem Namen falscherKern, das erste Argument:
+// einen Link, so dass Kerne es mit ihren festen Argumenten starten können),
+// unter dem Namen falscherKern das erste Argument, und unter dem Namen eines
+// Kerns aus dem Kernordner (etwa „arcanum“) die Umgebungsvariable FALSCHER_KERN:
 //   haengen            schläft ewig (SIGTERM beendet es)
 //   stur               schläft ewig und übergeht SIGTERM
 //   signal             stirbt an SIGUSR1
@@ -52,6 +53,8 @@ int main(int argc, char** argv) {
     if (art == "falscherKern" && !a.empty()) {
         art = a.front();
         a.erase(a.begin());
+    } else if (const char* gewaehlt = std::getenv("FALSCHER_KERN")) {
+        art = gewaehlt;
     }
 
     if (art == "haengen") ewig();

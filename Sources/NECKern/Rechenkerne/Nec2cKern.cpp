@@ -5,8 +5,12 @@
 #include "NECKern/Rechenkerne/Datei.hpp"
 #include "NECKern/Rechenkerne/Prozess.hpp"
 
+#include "NECKern/Unicode.hpp"
+
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
+#include <fmt/format.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -15,6 +19,46 @@ namespace NECKern {
 namespace {
 
 constexpr double zeitlimit = 300.0;
+
+// nec2c 1.3 liest je Zeile 132 Zeichen und übergeht den Rest still; ein längerer
+// CM-Text bringt es zum Abbruch („memory allocation request has failed“). Kommentare
+// werden darum umgebrochen, jede andere zu lange Karte abgelehnt – sonst rechnete
+// nec2c mit einer abgeschnittenen Karte.
+constexpr std::size_t zeilenlaenge = 132;
+
+void kommentarUmbrechen(std::string& aus, std::string_view text) {
+    constexpr std::size_t breite = zeilenlaenge - 3;
+    do {
+        aus += "CM ";
+        aus += text.substr(0, breite);
+        aus += '\n';
+        text.remove_prefix(std::min(breite, text.size()));
+    } while (!text.empty());
+}
+
+std::string zeilenBegrenzen(std::string_view deck) {
+    std::string aus;
+    aus.reserve(deck.size());
+    while (!deck.empty()) {
+        const auto ende = deck.find('\n');
+        const auto zeile = deck.substr(0, ende);
+        deck.remove_prefix(ende == std::string_view::npos ? deck.size() : ende + 1);
+        if (zeile.size() <= zeilenlaenge) {
+            aus += zeile;
+            aus += '\n';
+            continue;
+        }
+        const auto typ = Unicode::gross(zeile.substr(0, 2));
+        if (typ != "CM")
+            throw KernFehler(
+                fmt::format("Die Karte {} ist {} Zeichen lang, nec2c liest aber nur {} je Zeile – "
+                            "kleine Masse in Millimetern schreiben und mit GS 0 0 0.001 in Meter "
+                            "umrechnen.",
+                            typ, zeile.size(), zeilenlaenge));
+        kommentarUmbrechen(aus, Datei::trimmen(zeile.substr(2)));
+    }
+    return aus;
+}
 
 std::optional<std::filesystem::path> nebenDemProgramm() {
     std::error_code fehler;
@@ -65,8 +109,9 @@ bool Nec2cKern::verfuegbar() const {
 
 NECErgebnis Nec2cKern::rechnen(std::string_view deck, std::stop_token stopp) const {
     if (!verfuegbar()) throw KernFehler("nec2c nicht gefunden");
+    const auto text = zeilenBegrenzen(ascii(deck));
     Prozess::Arbeitsordner ordner;
-    Datei::schreibenAtomar(ordner.pfad() / "a.nec", ascii(deck));
+    Datei::schreibenAtomar(ordner.pfad() / "a.nec", text);
     const auto start = std::chrono::steady_clock::now();
     const auto ende =
         Prozess::ausfuehren(*programm_, {"-i", "a.nec", "-o", "a.out"}, ordner.pfad(), zeitlimit, stopp);

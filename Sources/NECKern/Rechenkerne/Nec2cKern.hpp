@@ -22,6 +22,8 @@ class Nec2cKern final : public Rechenkern {
         return "Klassischer NEC-2-Kern, voll kompatibel, mit Bodenmodellen. Schnell.";
     }
     bool verfuegbar() const override;
+    // Eine Karte über 132 Zeichen (nach der ASCII-Umschrift) wirft KernFehler, bevor
+    // ein Ordner entsteht; so lange Kommentare werden umgebrochen.
     using Rechenkern::rechnen;
     NECErgebnis rechnen(std::string_view deck, std::stop_token stopp) const override;
 
