@@ -41,6 +41,13 @@ void AppModell::zyklusBeginnen(const AuftragZeiger& auftrag, const NECKern::Mode
         setRechnetGerade(false);
         return;
     }
+    // Ein Modell nahe der Grenze rechnet, sagt aber vorher, dass es dauert.
+    if (auto lange = NECKern::Modellpruefung::dauerBefund(kopie)) {
+        auto befunde = befunde_;
+        std::erase(befunde, *lange);
+        befunde.insert(befunde.begin(), *lange);
+        setBefunde(std::move(befunde));
+    }
     std::string deck;
     try {
         deck = kopie.deck();
@@ -84,8 +91,11 @@ void AppModell::zyklusErgebnis(const AuftragZeiger& auftrag, const NECKern::Mode
 
     if (!ergebnis_->frequenzen.empty()) {
         const auto& letzte = ergebnis_->frequenzen.back();
-        auto befunde = NECKern::Modellpruefung::pruefen(letzte.segmente, letzte.mhz);
+        std::vector<NECKern::Befund> befunde;
+        if (auto lange = NECKern::Modellpruefung::dauerBefund(kopie)) befunde.push_back(*lange);
+        auto regeln = NECKern::Modellpruefung::pruefen(letzte.segmente, letzte.mhz);
         auto boden = NECKern::Modellpruefung::bodenPruefen(letzte.segmente, letzte.mitBoden);
+        befunde.insert(befunde.end(), regeln.begin(), regeln.end());
         befunde.insert(befunde.end(), boden.begin(), boden.end());
         setBefunde(std::move(befunde));
         if (gueteAuftrag_) gueteAuftrag_->abbrechen();
