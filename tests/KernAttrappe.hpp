@@ -69,7 +69,10 @@ class KernAttrappe final : public NECKern::Rechenkern {
     // Frequenz im Bericht wie bei nec2c auf fünf Stellen gerundet.
     bool rundet = false;
 
-    std::string kennung() const override { return "attrappe"; }
+    // Kennung, unter der die Attrappe gewählt wird (etwa "nec2c" für die Gegenprobe).
+    std::string kennungWert = "attrappe";
+
+    std::string kennung() const override { return kennungWert; }
     std::string name() const override { return "Attrappe"; }
     std::string beschreibung() const override { return "Antwortet ohne Programm."; }
     bool verfuegbar() const override { return true; }

@@ -1,0 +1,101 @@
+#pragma once
+
+// Gemeinsames der Anwendungstests: eine Umgebung mit Attrappen statt Lösern,
+// Warten auf die Ereignisschleife, Kinder des Testprozesses zählen.
+#include "Modell/AppModell.hpp"
+
+#include "KernAttrappe.hpp"
+#include "TestHilfen.hpp"
+
+#include "NECKern/Rechenkerne/ExternerKern.hpp"
+
+#include <QTest>
+
+#include <dirent.h>
+#include <fstream>
+#include <functional>
+#include <memory>
+#include <string>
+#include <unistd.h>
+
+namespace AppTestHilfen {
+
+using TestHilfen::KernAttrappe;
+
+// Wartet, bis die Bedingung gilt; die Ereignisschleife läuft dabei.
+inline bool warten(const std::function<bool()>& bedingung, int ms = 30000) {
+    return QTest::qWaitFor(bedingung, ms);
+}
+
+// Prozesse, deren Elternprozess dieser Test ist (auch Zombies).
+inline int kinder() {
+    int n = 0;
+    const auto selbst = std::to_string(::getpid());
+    for (const auto& e : std::filesystem::directory_iterator("/proc")) {
+        const auto name = e.path().filename().string();
+        if (name.find_first_not_of("0123456789") != std::string::npos) continue;
+        std::ifstream stat(e.path() / "stat");
+        std::string zeile;
+        std::getline(stat, zeile);
+        // pid (name) state ppid …; der Name kann Leerzeichen enthalten.
+        const auto klammer = zeile.rfind(')');
+        if (klammer == std::string::npos || klammer + 4 > zeile.size()) continue;
+        const auto rest = zeile.substr(klammer + 4);
+        if (rest.substr(0, rest.find(' ')) == selbst) ++n;
+    }
+    return n;
+}
+
+// Ein externer Kern, dessen Programm das falsche Löserprogramm in der Art `art` ist.
+inline NECKern::KernZeiger falscherExternerKern(const std::filesystem::path& ordner, const std::string& art,
+                                                const std::string& kennung = "zirkon") {
+    return std::make_shared<const NECKern::ExternerKern>(
+        kennung, "Falsch", "Für Tests", TestHilfen::falscherKernAls(ordner, art),
+        std::vector<std::string>{"{ein}", "{aus}"}, false, false, false);
+}
+
+// Die Umgebung eines Tests: Hauptkern und nec2c sind Attrappen, Ordner privat.
+class AppTest : public testing::Test {
+  protected:
+    AppTest() { nec2c->kennungWert = "nec2c"; }
+
+    AppModell::Umgebung umgebung() {
+        AppModell::Umgebung u;
+        u.kerneFinden = [this] {
+            ++kernsuchen;
+            return kerne;
+        };
+        u.nec2c = [this] { return nec2c; };
+        u.datenOrdner = temp.ordner() / "daten" / "Wellenwerk";
+        u.parallel = 2;
+        return u;
+    }
+
+    // Ein Modell ohne Rechnung beim Start; gewählt ist der Hauptkern.
+    std::unique_ptr<AppModell> anwendung(const std::string& kennung = "attrappe") {
+        auto app = std::make_unique<AppModell>(umgebung());
+        app->setKernKennung(kennung);
+        return app;
+    }
+
+    // Läufe eines Kerns mit genau diesem Deck; der Gütetest rechnet ein anderes.
+    static int laeufeMit(const KernAttrappe& kern, const std::string& deck) {
+        int n = 0;
+        for (const auto& l : kern.laeufe())
+            if (l.deck == deck) ++n;
+        return n;
+    }
+
+    // Wartet auf das Ende des Rechengangs samt Gütetest.
+    static bool fertig(const AppModell& app) {
+        return warten([&] { return app.ergebnis() && !app.rechnetGerade() && !app.gueteLaeuft(); });
+    }
+
+    TestHilfen::PrivaterTemp temp;
+    std::shared_ptr<KernAttrappe> haupt = std::make_shared<KernAttrappe>();
+    std::shared_ptr<KernAttrappe> nec2c = std::make_shared<KernAttrappe>();
+    Kerne kerne{nec2c, haupt};
+    int kernsuchen = 0;
+};
+
+} // namespace AppTestHilfen

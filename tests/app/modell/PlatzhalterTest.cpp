@@ -1,6 +1,0 @@
-#include <QCoreApplication>
-#include <gtest/gtest.h>
-
-TEST(Anwendung, HatEreignisschleife) {
-    EXPECT_NE(QCoreApplication::instance(), nullptr);
-}
