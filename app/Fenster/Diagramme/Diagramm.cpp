@@ -1,5 +1,7 @@
 #include "Fenster/Diagramme/Diagramm.hpp"
 
+#include "Fenster/Diagramme/Dateiausgabe.hpp"
+
 #include <QApplication>
 #include <QBuffer>
 #include <QClipboard>
@@ -11,7 +13,6 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPainter>
-#include <QSaveFile>
 #include <QSvgGenerator>
 #include <QToolTip>
 
@@ -68,11 +69,7 @@ std::optional<QString> Diagramm::sichern(const QString& pfad) const {
         puffer.open(QIODevice::WriteOnly);
         bild(size(), 2.0).save(&puffer, "PNG");
     }
-    QSaveFile datei(pfad);
-    if (datei.open(QIODevice::WriteOnly) && datei.write(daten) == daten.size() && datei.commit())
-        return std::nullopt;
-    return QString("Das Bild konnte nicht nach „%1“ geschrieben werden (%2); bitte einen anderen Ort wählen.")
-        .arg(pfad, datei.errorString());
+    return Dateiausgabe::schreiben(pfad, daten, "Das Bild");
 }
 
 void Diagramm::kopieren() const {

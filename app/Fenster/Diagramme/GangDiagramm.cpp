@@ -158,7 +158,7 @@ void GangDiagramm::linieMalen(QPainter& p, const Feld& f, const Wert& wert,
 
 void GangDiagramm::frequenzachseMalen(QPainter& p, const Feld& f, bool beschriften) const {
     const auto teilung =
-        Achsen::teilen(f.fVon, f.fBis, std::max(2, static_cast<int>(f.bereich.width() / 90)), false);
+        Achsen::teilen(f.fVon, f.fBis, std::max(2, static_cast<int>(f.bereich.width() / 60)), false);
     const int stellen = Achsen::stellen(teilung);
     p.setFont(schrift(kleinPixel));
     QFontMetricsF m(p.font());
