@@ -33,6 +33,17 @@ TEST(Smith, BildetImpedanzenAufDenEinheitskreisAb) {
     EXPECT_FALSE(Smith::abbilden({50, 0}, 0));
 }
 
+TEST(Smith, GitterkreiseGehenDurchDieAbgebildetenPunkte) {
+    for (double r : {0.2, 1.0, 5.0})
+        for (double x : {-2.0, -0.5, 0.5, 1.0}) {
+            const auto g = *Smith::abbilden({r * 50, x * 50}, 50);
+            for (const auto& k : {Smith::widerstandskreis(r), Smith::blindkreis(x)})
+                EXPECT_NEAR(std::hypot(g.x - k.mitte.x, g.y - k.mitte.y), k.radius, 1e-12) << r << " " << x;
+        }
+    EXPECT_DOUBLE_EQ(Smith::gammaBetrag(2), 1.0 / 3);
+    EXPECT_DOUBLE_EQ(Smith::gammaBetrag(1.5), 0.2);
+}
+
 namespace {
 
 // Obere Halbkugel θ 0…90, φ 0…355 in 5°-Schritten; Maximum bei φ = 35°, θ = 70°.
@@ -137,6 +148,9 @@ TEST(Gangmarken, BandUndResonanzEingepasst) {
 
     EXPECT_THAT(Gangmarken::resonanzen(gang),
                 testing::ElementsAre(testing::DoubleNear(14.1 + 0.1 * 20 / 30, 1e-12), 14.5));
+    // Wechsel zwischen den letzten beiden Punkten; kleine Werte ohne Wechsel zählen nicht.
+    EXPECT_THAT(Gangmarken::resonanzen({punkt(1, 1, 0.5), punkt(2, 1, 5), punkt(3, 1, -15)}),
+                testing::ElementsAre(2.25));
     // Ein Punkt ohne SWR trennt, auch wenn beide Nachbarn unter 2 liegen.
     const std::vector<NECKern::Frequenzpunkt> luecke{punkt(1, 1.1, 1), punkt(2, std::nullopt, 1),
                                                      punkt(3, 1.1, 1)};
@@ -145,10 +159,10 @@ TEST(Gangmarken, BandUndResonanzEingepasst) {
 
 TEST(Feldraster, ZellenNachKoordinatenUndKlassen) {
     namespace FS = NECKern::Feldstaerke;
-    // 14 MHz: Referenz 28 V/m. Bei pNEC = P ist E_eff = Spitzenwert / √2.
+    // 14 MHz: Referenz 28 V/m. Bei pNEC = P ist E_eff = Spitzenwert / √2. Raster 3 × 3, vier Punkte belegt.
     const double verhaeltnisse[] = {0.1, 0.3, 0.7, 1.5};
-    FeldErgebnis feld{14, 4, 4, 2, {}, {}, 2};
-    const double orte[][2] = {{1, -1}, {-1, -1}, {1, 1}, {-1, 1}}; // absichtlich nicht zeilenweise
+    FeldErgebnis feld{14, 4, 4, 2, {}, {}, 3};
+    const double orte[][2] = {{1, -1}, {-1, -1}, {1, 1}, {0, 0}}; // absichtlich nicht zeilenweise
     for (int i = 0; i < 4; ++i) {
         const double spitze = verhaeltnisse[i] * 28 * std::numbers::sqrt2;
         feld.e.push_back({orte[i][0], orte[i][1], 2, {spitze, 0, 0}, {0, 0, 0}});
@@ -157,7 +171,7 @@ TEST(Feldraster, ZellenNachKoordinatenUndKlassen) {
     const auto r = Feldraster::rechnen(feld);
     ASSERT_EQ(r.zellen.size(), 4u);
     const FS::Klasse klassen[] = {FS::Klasse::gruen, FS::Klasse::gelb, FS::Klasse::orange, FS::Klasse::rot};
-    const int spalten[] = {1, 0, 1, 0}, zeilen[] = {0, 0, 1, 1};
+    const int spalten[] = {2, 0, 2, 1}, zeilen[] = {0, 0, 2, 1};
     for (int i = 0; i < 4; ++i) {
         const auto& z = r.zellen[i];
         EXPECT_EQ(z.spalte, spalten[i]) << i;
