@@ -1,0 +1,189 @@
+// Die Abbildungen hinter den Diagrammen, als Funktionen ohne Fenster.
+#include "Fenster/Diagramme/Feldraster.hpp"
+#include "Fenster/Diagramme/Gangmarken.hpp"
+#include "Fenster/Diagramme/Polar.hpp"
+#include "Fenster/Diagramme/Smith.hpp"
+
+#include <cmath>
+#include <gmock/gmock.h>
+#include <limits>
+#include <numbers>
+
+using NECKern::Komplex;
+
+TEST(Smith, BildetImpedanzenAufDenEinheitskreisAb) {
+    const double inf = std::numeric_limits<double>::infinity();
+    const struct {
+        Komplex z;
+        double x, y;
+    } faelle[] = {{{50, 0}, 0, 0}, {{0, 0}, -1, 0},   {{inf, 0}, 1, 0},       {{1e15, 0}, 1, 0},
+                  {{0, 50}, 0, 1}, {{0, -50}, 0, -1}, {{100, 0}, 1.0 / 3, 0}, {{-50, 0}, 1, 0}};
+    for (const auto& f : faelle) {
+        const auto g = Smith::abbilden(f.z, 50);
+        ASSERT_TRUE(g) << f.z.re << " " << f.z.im;
+        EXPECT_NEAR(g->x, f.x, 1e-12) << f.z.re << " " << f.z.im;
+        EXPECT_NEAR(g->y, f.y, 1e-12) << f.z.re << " " << f.z.im;
+    }
+    for (double x : {-500.0, -7.0, 0.3, 25.0, 2000.0}) {
+        const auto g = Smith::abbilden({0, x}, 50);
+        EXPECT_NEAR(std::hypot(g->x, g->y), 1.0, 1e-12) << x;
+        EXPECT_EQ(g->y > 0, x > 0) << x;
+    }
+    EXPECT_FALSE(Smith::abbilden({std::nan(""), 0}, 50));
+    EXPECT_FALSE(Smith::abbilden({50, 0}, 0));
+}
+
+TEST(Smith, GitterkreiseGehenDurchDieAbgebildetenPunkte) {
+    for (double r : {0.2, 1.0, 5.0})
+        for (double x : {-2.0, -0.5, 0.5, 1.0}) {
+            const auto g = *Smith::abbilden({r * 50, x * 50}, 50);
+            for (const auto& k : {Smith::widerstandskreis(r), Smith::blindkreis(x)})
+                EXPECT_NEAR(std::hypot(g.x - k.mitte.x, g.y - k.mitte.y), k.radius, 1e-12) << r << " " << x;
+        }
+    EXPECT_DOUBLE_EQ(Smith::gammaBetrag(2), 1.0 / 3);
+    EXPECT_DOUBLE_EQ(Smith::gammaBetrag(1.5), 0.2);
+}
+
+namespace {
+
+// Obere Halbkugel θ 0…90, φ 0…355 in 5°-Schritten; Maximum bei φ = 35°, θ = 70°.
+NECKern::FrequenzErgebnis schraeg() {
+    NECKern::FrequenzErgebnis f;
+    f.mitBoden = true;
+    for (int t = 0; t <= 90; t += 5)
+        for (int p = 0; p < 360; p += 5) {
+            const double dt = t - 70.0, dp = std::remainder(p - 35.0, 360.0);
+            f.diagramm.push_back({double(t), double(p), 0, 0, 10.0 - 0.01 * (dt * dt + dp * dp)});
+        }
+    return f;
+}
+
+Polar::Schnittdaten azimut(const std::vector<std::pair<double, double>>& punkte, bool geschlossen) {
+    Polar::Schnittdaten s;
+    for (const auto& [w, g] : punkte)
+        s.punkte.push_back({w, g});
+    s.geschlossen = geschlossen;
+    return s;
+}
+
+} // namespace
+
+TEST(Polar, SchneidetDurchDasMaximumAbseitsDerAchsen) {
+    const auto f = schraeg();
+    const auto az = Polar::schnitt(f, Polar::Schnitt::azimut);
+    ASSERT_TRUE(az);
+    EXPECT_EQ(Polar::titel(*az), "Azimut bei Elevation 20°");
+    EXPECT_EQ(az->punkte.size(), 72u);
+    EXPECT_TRUE(az->geschlossen);
+    EXPECT_EQ(az->punkte[7], (Polar::Punkt{35, 10}));
+
+    const auto el = Polar::schnitt(f, Polar::Schnitt::elevation);
+    ASSERT_TRUE(el);
+    EXPECT_EQ(Polar::titel(*el), "Elevation bei Azimut 35°");
+    // Vorn (φ 35°) Elevation 0…90°, hinten (φ 215°) 90…180°; der Zenit nur einmal.
+    EXPECT_EQ(el->punkte.size(), 37u);
+    EXPECT_FALSE(el->geschlossen);
+    EXPECT_EQ(el->punkte.front().winkel, 0);
+    EXPECT_EQ(el->punkte.back().winkel, 180);
+    EXPECT_NEAR(el->punkte[4].gewinn, 10, 1e-12); // Elevation 20°
+}
+
+TEST(Polar, SagtWennDerSchnittFehlt) {
+    NECKern::FrequenzErgebnis f;
+    EXPECT_EQ(Polar::fehlt(f, Polar::Schnitt::azimut),
+              "Das Ergebnis enthält kein Richtdiagramm; eine RP-Karte verlangt es.");
+    // Nur ein Azimut je Elevation: kein Azimutschnitt, aber ein Elevationsschnitt.
+    for (int t = 0; t <= 90; t += 10)
+        f.diagramm.push_back({double(t), 30, 0, 0, double(-t)});
+    EXPECT_FALSE(Polar::schnitt(f, Polar::Schnitt::azimut));
+    EXPECT_EQ(Polar::fehlt(f, Polar::Schnitt::azimut),
+              "Das Richtdiagramm enthält keinen Azimutschnitt bei Elevation 90°.");
+    EXPECT_TRUE(Polar::schnitt(f, Polar::Schnitt::elevation));
+}
+
+TEST(Polar, RadiusVonBodenBisMaximum) {
+    EXPECT_DOUBLE_EQ(Polar::radius(12, 12, 40), 1.0);
+    EXPECT_DOUBLE_EQ(Polar::radius(-28, 12, 40), 0.0);
+    EXPECT_DOUBLE_EQ(Polar::radius(-999.99, 12, 40), 0.0);
+    EXPECT_DOUBLE_EQ(Polar::radius(2, 12, 40), 0.75);
+    EXPECT_DOUBLE_EQ(Polar::radius(-8, 12, 20), 0.0);
+    EXPECT_DOUBLE_EQ(Polar::radius(14, 12, 40), 1.0);
+    EXPECT_DOUBLE_EQ(Polar::radius(14, 12, 40, 1.08), 1.05);
+}
+
+TEST(Polar, OeffnungswinkelUeberNullGrad) {
+    // Keule um 0°, 1 dB je 5°: −3 dB bei ±15°.
+    std::vector<std::pair<double, double>> keule;
+    for (int w = 0; w < 360; w += 5) {
+        const double ab = std::min(w, 360 - w);
+        keule.push_back({double(w), -0.2 * ab});
+    }
+    EXPECT_NEAR(*Polar::oeffnungswinkel(azimut(keule, true)), 30.0, 1e-9);
+    // Eingepasst zwischen Nachbarn: Maximum bei 355°, −3 dB bei 7,5° und 343⅓°.
+    const auto schief =
+        azimut({{340, -5}, {345, -2}, {350, -1}, {355, 0}, {0, -1}, {5, -2}, {10, -4}, {15, -8}}, false);
+    EXPECT_NEAR(*Polar::oeffnungswinkel(schief), 22.5 + 5.0 / 3, 1e-9);
+    // Offen und ohne Abfall auf einer Seite: kein Wert; rundum gleich: kein Wert.
+    EXPECT_FALSE(Polar::oeffnungswinkel(azimut({{0, 0}, {5, -1}, {10, -2}, {15, -4}}, false)));
+    EXPECT_FALSE(Polar::oeffnungswinkel(azimut({{0, 0}, {120, 0}, {240, 0}}, true)));
+}
+
+TEST(Gangmarken, BandUndResonanzEingepasst) {
+    auto punkt = [](double mhz, std::optional<double> swr, double x) {
+        return NECKern::Frequenzpunkt{mhz, Komplex{50, x}, swr, std::nullopt, std::nullopt};
+    };
+    const std::vector<NECKern::Frequenzpunkt> gang{punkt(14.0, 3.0, -40), punkt(14.1, 1.5, -20),
+                                                   punkt(14.2, 1.2, 10),  punkt(14.3, 2.5, 30),
+                                                   punkt(14.4, 4.0, 50),  punkt(14.5, 1.9, 0)};
+    const auto baender = Gangmarken::swrBaender(gang);
+    ASSERT_EQ(baender.size(), 2u);
+    EXPECT_NEAR(baender[0].von, 14.0 + 0.1 * 2 / 3, 1e-12);
+    EXPECT_NEAR(baender[0].bis, 14.2 + 0.1 * 0.8 / 1.3, 1e-12);
+    EXPECT_NEAR(baender[0].breiteKhz(), 1000 * (0.2 + 0.08 / 1.3 - 0.2 / 3), 1e-9);
+    EXPECT_FALSE(baender[0].offenUnten || baender[0].offenOben);
+    // Das zweite Band beginnt zwischen 14,4 und 14,5 und reicht bis ans Ende.
+    EXPECT_NEAR(baender[1].von, 14.4 + 0.1 * 2 / 2.1, 1e-12);
+    EXPECT_EQ(baender[1].bis, 14.5);
+    EXPECT_TRUE(baender[1].offenOben);
+
+    EXPECT_THAT(Gangmarken::resonanzen(gang),
+                testing::ElementsAre(testing::DoubleNear(14.1 + 0.1 * 20 / 30, 1e-12), 14.5));
+    // Wechsel zwischen den letzten beiden Punkten; kleine Werte ohne Wechsel zählen nicht.
+    EXPECT_THAT(Gangmarken::resonanzen({punkt(1, 1, 0.5), punkt(2, 1, 5), punkt(3, 1, -15)}),
+                testing::ElementsAre(2.25));
+    // Ein Punkt ohne SWR trennt, auch wenn beide Nachbarn unter 2 liegen.
+    const std::vector<NECKern::Frequenzpunkt> luecke{punkt(1, 1.1, 1), punkt(2, std::nullopt, 1),
+                                                     punkt(3, 1.1, 1)};
+    EXPECT_EQ(Gangmarken::swrBaender(luecke).size(), 2u);
+}
+
+TEST(Feldraster, ZellenNachKoordinatenUndKlassen) {
+    namespace FS = NECKern::Feldstaerke;
+    // 14 MHz: Referenz 28 V/m. Bei pNEC = P ist E_eff = Spitzenwert / √2. Raster 3 × 3, vier Punkte belegt.
+    const double verhaeltnisse[] = {0.1, 0.3, 0.7, 1.5};
+    FeldErgebnis feld{14, 4, 4, 2, {}, {}, 3};
+    const double orte[][2] = {{1, -1}, {-1, -1}, {1, 1}, {0, 0}}; // absichtlich nicht zeilenweise
+    for (int i = 0; i < 4; ++i) {
+        const double spitze = verhaeltnisse[i] * 28 * std::numbers::sqrt2;
+        feld.e.push_back({orte[i][0], orte[i][1], 2, {spitze, 0, 0}, {0, 0, 0}});
+        feld.h.push_back({orte[i][0], orte[i][1], 2, {0, 0.1 * std::numbers::sqrt2, 0}, {0, 0, 0}});
+    }
+    const auto r = Feldraster::rechnen(feld);
+    ASSERT_EQ(r.zellen.size(), 4u);
+    const FS::Klasse klassen[] = {FS::Klasse::gruen, FS::Klasse::gelb, FS::Klasse::orange, FS::Klasse::rot};
+    const int spalten[] = {2, 0, 2, 1}, zeilen[] = {0, 0, 2, 1};
+    for (int i = 0; i < 4; ++i) {
+        const auto& z = r.zellen[i];
+        EXPECT_EQ(z.spalte, spalten[i]) << i;
+        EXPECT_EQ(z.zeile, zeilen[i]) << i;
+        EXPECT_NEAR(z.verhaeltnis, verhaeltnisse[i], 1e-12) << i;
+        EXPECT_NEAR(z.hEff, 0.1, 1e-12) << i;
+        EXPECT_EQ(z.klasse, klassen[i]) << i;
+    }
+    // Ohne Referenz (100 kHz) kein Verhältnis und keine Klasse, aber E_eff.
+    feld.mhz = 0.1;
+    const auto ohne = Feldraster::rechnen(feld);
+    EXPECT_FALSE(ohne.referenz);
+    EXPECT_FALSE(ohne.zellen[0].klasse);
+    EXPECT_NEAR(ohne.eMax, 1.5 * 28, 1e-9);
+}
