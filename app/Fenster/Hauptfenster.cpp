@@ -1,6 +1,9 @@
 #include "Fenster/Hauptfenster.hpp"
 
 #include "Fenster/Ansicht3D/Ansicht3D.hpp"
+#include "Fenster/Diagramme/FeldAbschnitt.hpp"
+#include "Fenster/Diagramme/GangSeite.hpp"
+#include "Fenster/Diagramme/PolarDiagramm.hpp"
 #include "Fenster/Seiten/KernSeite.hpp"
 #include "Fenster/Seiten/OptimiererSeite.hpp"
 #include "Fenster/Seiten/SelbsttestDialog.hpp"
@@ -13,6 +16,8 @@
 #include <QButtonGroup>
 #include <QCloseEvent>
 #include <QFileDialog>
+#include <QGuiApplication>
+#include <QScreen>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
@@ -64,6 +69,9 @@ Hauptfenster::Hauptfenster(AppModell& modell, QWidget* eltern) : QMainWindow(elt
     setWindowTitle("Wellenwerk");
     setWindowIcon(Symbole::programm());
     setMinimumSize(mindestBreite, mindestHoehe);
+    // Gross genug für alle Seiten, wo der Bildschirm es erlaubt.
+    if (const auto* schirm = QGuiApplication::primaryScreen())
+        resize((schirm->availableGeometry().size() * 0.9).expandedTo(minimumSize()));
     dateiwahlSetzen();
     menuesBauen();
     werkzeugleisteBauen();
@@ -192,8 +200,10 @@ QWidget* Hauptfenster::rechteSpalteBauen() {
     auto* polar = new QWidget;
     auto* polarZeile = new QHBoxLayout(polar);
     polarZeile->setContentsMargins(0, 0, 0, 0);
-    polarZeile->addWidget(platzhalter("Elevation"));
-    polarZeile->addWidget(platzhalter("Azimut"));
+    elevation_ = new PolarDiagramm(PolarDiagramm::Schnitt::elevation);
+    azimut_ = new PolarDiagramm(PolarDiagramm::Schnitt::azimut);
+    polarZeile->addWidget(elevation_);
+    polarZeile->addWidget(azimut_);
     spalte->addWidget(polar);
 
     spalte->addWidget(seitenBauen());
@@ -265,8 +275,13 @@ QWidget* Hauptfenster::seitenBauen() {
     spalte->addLayout(wahl);
 
     seiten_ = new QStackedWidget;
-    seiten_->addWidget(platzhalter("Ergebnis"));
-    seiten_->addWidget(platzhalter("Frequenzgang"));
+    auto* ergebnis = new QWidget;
+    auto* ergebnisSpalte = new QVBoxLayout(ergebnis);
+    ergebnisSpalte->setContentsMargins(0, 0, 0, 0);
+    ergebnisSpalte->addWidget(platzhalter("Ergebnis"));
+    ergebnisSpalte->addWidget(new FeldAbschnitt(modell_));
+    seiten_->addWidget(ergebnis);
+    seiten_->addWidget(new GangSeite(modell_));
     seiten_->addWidget(new OptimiererSeite(modell_));
     seiten_->addWidget(new KernSeite(modell_));
     auto* rollen = new QScrollArea;
@@ -294,7 +309,10 @@ void Hauptfenster::seiteWaehlen(Seite s) {
 void Hauptfenster::aktuellZeigen() {
     const auto* f = modell_.aktuell();
     // Die Lasten kommen aus dem Modell; nach einer Bearbeitung folgt das neue Ergebnis ohnehin gleich.
-    ansicht_->zeigen(f ? std::optional(*f) : std::nullopt, modell_.modell());
+    const auto frequenz = f ? std::optional(*f) : std::nullopt;
+    ansicht_->zeigen(frequenz, modell_.modell());
+    elevation_->zeigen(frequenz);
+    azimut_->zeigen(frequenz);
 }
 
 void Hauptfenster::fehlerZeigen() {

@@ -6,6 +6,7 @@
 
 class AppModell;
 class Ansicht3D;
+class PolarDiagramm;
 class QAction;
 class QButtonGroup;
 class QLabel;
@@ -49,6 +50,8 @@ class Hauptfenster : public QMainWindow {
     QAction* wiederholen_ = nullptr;
     QAction* abbrechen_ = nullptr;
     Ansicht3D* ansicht_ = nullptr;
+    PolarDiagramm* elevation_ = nullptr;
+    PolarDiagramm* azimut_ = nullptr;
     QLabel* fehler_ = nullptr;
     QLabel* status_ = nullptr;
     QProgressBar* laeuft_ = nullptr;

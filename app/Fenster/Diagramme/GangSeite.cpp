@@ -13,7 +13,7 @@
 #include <QMessageBox>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QSplitter>
+#include <QResizeEvent>
 #include <QVBoxLayout>
 
 namespace {
@@ -21,6 +21,8 @@ namespace {
 // Kleinste Frequenz der Eingabe: 1 kHz; 0 MHz und darunter bringen den Löser zum Hängen.
 constexpr double kleinsteMhz = 0.001;
 constexpr int meistePunkte = 2001;
+// Ab dieser Breite stehen die beiden Diagramme nebeneinander.
+constexpr int nebeneinanderAb = 1000;
 
 } // namespace
 
@@ -47,32 +49,36 @@ GangSeite::GangSeite(AppModell& modell, QWidget* eltern) : QWidget(eltern), mode
     csv_ = new QPushButton("CSV sichern …", this);
     touchstone_ = new QPushButton("Touchstone sichern …", this);
 
-    auto* zeile = new QHBoxLayout;
-    zeile->addWidget(new QLabel("Von", this));
-    zeile->addWidget(von);
-    zeile->addWidget(new QLabel("bis", this));
-    zeile->addWidget(bis);
-    zeile->addWidget(new QLabel("Punkte", this));
-    zeile->addWidget(punkte);
-    zeile->addWidget(start_);
-    zeile->addWidget(fortschritt_, 1);
-    zeile->addWidget(abbrechen_);
-    zeile->addStretch();
-    zeile->addWidget(csv_);
-    zeile->addWidget(touchstone_);
+    auto* band = new QHBoxLayout;
+    band->addWidget(new QLabel("Von", this));
+    band->addWidget(von);
+    band->addWidget(new QLabel("bis", this));
+    band->addWidget(bis);
+    band->addWidget(new QLabel("Punkte", this));
+    band->addWidget(punkte);
+    band->addWidget(start_);
+    band->addStretch();
+
+    auto* lauf = new QHBoxLayout;
+    lauf->addWidget(fortschritt_, 1);
+    lauf->addWidget(abbrechen_);
+    lauf->addStretch();
+    lauf->addWidget(csv_);
+    lauf->addWidget(touchstone_);
 
     diagramm_ = new GangDiagramm(this);
     smith_ = new SmithDiagramm(this);
-    auto* teiler = new QSplitter(Qt::Horizontal, this);
-    teiler->addWidget(diagramm_);
-    teiler->addWidget(smith_);
-    teiler->setStretchFactor(0, 3);
-    teiler->setStretchFactor(1, 2);
+    diagramm_->setMinimumHeight(320);
+    smith_->setMinimumHeight(320);
+    diagramme_ = new QBoxLayout(QBoxLayout::TopToBottom);
+    diagramme_->addWidget(diagramm_, 3);
+    diagramme_->addWidget(smith_, 2);
 
     auto* spalte = new QVBoxLayout(this);
-    spalte->addLayout(zeile);
+    spalte->addLayout(band);
+    spalte->addLayout(lauf);
     spalte->addWidget(hinweis_);
-    spalte->addWidget(teiler, 1);
+    spalte->addLayout(diagramme_, 1);
 
     connect(start_, &QPushButton::clicked, &modell_, &AppModell::frequenzgangRechnen);
     connect(abbrechen_, &QPushButton::clicked, &modell_, &AppModell::rechnungAbbrechen);
@@ -88,6 +94,12 @@ GangSeite::GangSeite(AppModell& modell, QWidget* eltern) : QWidget(eltern), mode
     bandGeaendert();
     fortschrittGeaendert();
     diagrammeZeigen();
+}
+
+void GangSeite::resizeEvent(QResizeEvent* ereignis) {
+    QWidget::resizeEvent(ereignis);
+    diagramme_->setDirection(ereignis->size().width() >= nebeneinanderAb ? QBoxLayout::LeftToRight
+                                                                         : QBoxLayout::TopToBottom);
 }
 
 QString GangSeite::hinweis() const {

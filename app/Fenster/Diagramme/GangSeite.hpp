@@ -8,12 +8,13 @@
 
 class GangDiagramm;
 class SmithDiagramm;
+class QBoxLayout;
 class QLabel;
 class QProgressBar;
 class QPushButton;
 
 // Die Seite „Frequenzgang“: Band und Punkte, Start, Fortschritt, das SWR-Diagramm
-// mit dem Smith-Diagramm daneben und die Exporte als CSV und Touchstone.
+// mit dem Smith-Diagramm daneben (schmal: darunter) und die Exporte als CSV und Touchstone.
 class GangSeite : public QWidget {
     Q_OBJECT
 
@@ -31,6 +32,10 @@ class GangSeite : public QWidget {
     const GangDiagramm& diagramm() const { return *diagramm_; }
     const SmithDiagramm& smith() const { return *smith_; }
 
+  protected:
+    // Schmal untereinander, breit nebeneinander: beide Diagramme bleiben lesbar.
+    void resizeEvent(QResizeEvent* ereignis) override;
+
   private:
     void bandGeaendert();
     void fortschrittGeaendert();
@@ -47,4 +52,5 @@ class GangSeite : public QWidget {
     QPushButton* touchstone_;
     GangDiagramm* diagramm_;
     SmithDiagramm* smith_;
+    QBoxLayout* diagramme_;
 };

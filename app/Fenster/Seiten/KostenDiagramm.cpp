@@ -1,5 +1,7 @@
 #include "Fenster/Seiten/KostenDiagramm.hpp"
 
+#include "Fenster/Diagramme/Achsen.hpp"
+
 #include <QPainter>
 #include <QPainterPath>
 
@@ -9,13 +11,7 @@
 
 namespace {
 
-const QColor hintergrund(255, 255, 255);
-const QColor schrift(30, 30, 30);
-const QColor nebenschrift(100, 100, 100);
-const QColor gitter(225, 225, 225);
 const QColor feingitter(242, 242, 242);
-const QColor achse(120, 120, 120);
-const QColor spur(25, 95, 200);
 
 QString text(const std::string& s) {
     return QString::fromStdString(s);
@@ -35,18 +31,9 @@ std::pair<int, int> dekaden(const OptVerlauf& v) {
     return {unten, std::max(oben, unten + 1)};
 }
 
-// Ein runder Schritt (1, 2, 5 mal Zehnerpotenz) für höchstens etwa `ziel` Teile.
-double schrittweite(double bereich, int ziel) {
-    const double roh = bereich / ziel;
-    const double potenz = std::pow(10.0, std::floor(std::log10(roh)));
-    for (double f : {1.0, 2.0, 5.0})
-        if (f * potenz >= roh) return f * potenz;
-    return 10 * potenz;
-}
-
 } // namespace
 
-KostenDiagramm::KostenDiagramm(QWidget* eltern) : QWidget(eltern) {
+KostenDiagramm::KostenDiagramm(QWidget* eltern) : Diagramm("optimierer", eltern) {
     setMinimumHeight(200);
 }
 
@@ -55,17 +42,13 @@ void KostenDiagramm::setVerlauf(OptVerlauf verlauf) {
     update();
 }
 
-void KostenDiagramm::paintEvent(QPaintEvent*) {
-    QPainter p(this);
-    malen(p, rect());
-}
-
 void KostenDiagramm::malen(QPainter& p, const QRectF& rahmen) const {
     p.save();
     p.setRenderHint(QPainter::Antialiasing);
-    p.fillRect(rahmen, hintergrund);
-    p.setFont(font());
-    const QFontMetricsF masse(font());
+    p.fillRect(rahmen, Diagrammfarben::hintergrund());
+    const auto schriftart = schrift(Diagrammmass::textPixel);
+    p.setFont(schriftart);
+    const QFontMetricsF masse(schriftart);
     const double zeile = masse.height();
 
     const auto bereich = dekaden(verlauf_);
@@ -87,8 +70,9 @@ void KostenDiagramm::malen(QPainter& p, const QRectF& rahmen) const {
     int letzterSchritt = 10;
     for (const auto& s : verlauf_)
         letzterSchritt = std::max(letzterSchritt, s.schritt);
-    const double xSchritt = schrittweite(letzterSchritt, 6);
-    const double xBis = std::ceil(letzterSchritt / xSchritt) * xSchritt;
+    const auto teilung = Achsen::teilen(0, letzterSchritt, 6);
+    const double xSchritt = teilung.schritt;
+    const double xBis = teilung.bis;
     auto x = [&](double schritt) { return feld.left() + feld.width() * schritt / xBis; };
     auto y = [&](double kosten) {
         const double l = kosten > 0 ? std::clamp(std::log10(kosten), double(unten), double(oben)) : unten;
@@ -99,7 +83,7 @@ void KostenDiagramm::malen(QPainter& p, const QRectF& rahmen) const {
     // wenigen Dekaden auch 2 und 5, sonst stünden nur zwei Zahlen an der Achse.
     const bool fein = oben - unten <= 2;
     auto marke = [&](double wert) {
-        p.setPen(schrift);
+        p.setPen(Diagrammfarben::text());
         p.drawText(QRectF(rahmen.left(), y(wert) - zeile / 2, breitesteMarke + 8, zeile),
                    Qt::AlignRight | Qt::AlignVCenter, text(fmt::sprintf("%g", wert)));
     };
@@ -112,21 +96,21 @@ void KostenDiagramm::malen(QPainter& p, const QRectF& rahmen) const {
         }
     for (int k = unten; k <= oben; k += dekadenSchritt) {
         const double wert = std::pow(10.0, k);
-        p.setPen(QPen(gitter, 1));
+        p.setPen(QPen(Diagrammfarben::gitter(), 1));
         p.drawLine(QPointF(feld.left(), y(wert)), QPointF(feld.right(), y(wert)));
         marke(wert);
     }
     for (double s = 0; s <= xBis + 1e-9; s += xSchritt) {
-        p.setPen(QPen(gitter, 1));
+        p.setPen(QPen(Diagrammfarben::gitter(), 1));
         p.drawLine(QPointF(x(s), feld.top()), QPointF(x(s), feld.bottom()));
-        p.setPen(schrift);
+        p.setPen(Diagrammfarben::text());
         p.drawText(QRectF(x(s) - 40, feld.bottom() + 4, 80, zeile), Qt::AlignHCenter | Qt::AlignTop,
                    text(fmt::sprintf("%g", s)));
     }
-    p.setPen(QPen(achse, 1));
+    p.setPen(QPen(Diagrammfarben::achse(), 1));
     p.drawRect(feld);
 
-    p.setPen(nebenschrift);
+    p.setPen(Diagrammfarben::nebentext());
     p.drawText(QRectF(feld.left(), rahmen.top() + 4, feld.width(), zeile), Qt::AlignLeft | Qt::AlignVCenter,
                "Kosten (logarithmisch)");
     p.drawText(QRectF(feld.left(), feld.bottom() + zeile + 6, feld.width(), zeile),
@@ -148,18 +132,18 @@ void KostenDiagramm::malen(QPainter& p, const QRectF& rahmen) const {
         else
             linie.lineTo(punkt);
     }
-    p.setPen(QPen(spur, 2));
+    p.setPen(QPen(Diagrammfarben::spur(), 2));
     p.setBrush(Qt::NoBrush);
     p.drawPath(linie);
     if (verlauf_.size() <= 60) {
-        p.setBrush(spur);
+        p.setBrush(Diagrammfarben::spur());
         p.setPen(Qt::NoPen);
         for (int i = 0; i < linie.elementCount(); ++i)
             p.drawEllipse(QPointF(linie.elementAt(i).x, linie.elementAt(i).y), 2.5, 2.5);
     }
 
     const auto& letzter = verlauf_.back();
-    p.setPen(schrift);
+    p.setPen(Diagrammfarben::text());
     p.drawText(QRectF(feld.left(), rahmen.top() + 4, feld.width(), zeile), Qt::AlignRight | Qt::AlignVCenter,
                text(fmt::sprintf("Schritt %d: %.4g", letzter.schritt, letzter.kosten)));
     p.restore();

@@ -1,14 +1,10 @@
 #pragma once
 
+#include "Fenster/Diagramme/Diagramm.hpp"
 #include "Modell/AppModell.hpp"
 
-#include <QWidget>
-
-class QPainter;
-
 // Der Verlauf des Optimierers: beste Kosten über dem Schritt, Kosten logarithmisch.
-// Alles Zeichnen steckt in malen(), damit ein Bild denselben Inhalt hat wie der Schirm.
-class KostenDiagramm : public QWidget {
+class KostenDiagramm : public Diagramm {
     Q_OBJECT
 
   public:
@@ -17,13 +13,10 @@ class KostenDiagramm : public QWidget {
     void setVerlauf(OptVerlauf verlauf);
     const OptVerlauf& verlauf() const { return verlauf_; }
 
-    void malen(QPainter& p, const QRectF& rahmen) const;
+    void malen(QPainter& p, const QRectF& rahmen) const override;
 
     QSize sizeHint() const override { return {480, 240}; }
     QSize minimumSizeHint() const override { return {300, 200}; }
-
-  protected:
-    void paintEvent(QPaintEvent* ereignis) override;
 
   private:
     OptVerlauf verlauf_;

@@ -117,8 +117,9 @@ TEST(DiagrammBild, SichernSchreibtPngUndSvgOderSagtWarumNicht) {
     EXPECT_EQ(QImage(ordner.filePath("e.png")).size(), QSize(600, 480));
     EXPECT_TRUE(QFile(ordner.filePath("e.SVG")).size() > 0);
     const QString fehlt = ordner.filePath("fehlt/e.png");
-    EXPECT_EQ(d.sichern(fehlt),
-              "Das Bild konnte nicht nach „" + fehlt +
-                  "“ geschrieben werden (No such file or directory); bitte einen anderen Ort "
-                  "wählen.");
+    EXPECT_EQ(d.sichern(fehlt).value_or("").toStdString(),
+              ("Das Bild konnte nicht nach „" + fehlt +
+               "“ geschrieben werden (Die Datei oder das Verzeichnis konnte nicht gefunden werden); bitte "
+               "einen anderen Ort wählen.")
+                  .toStdString());
 }
