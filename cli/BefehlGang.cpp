@@ -7,6 +7,7 @@
 
 #include "NECKern/Analyse.hpp"
 #include "NECKern/Gangdatei.hpp"
+#include "NECKern/Gangmarken.hpp"
 
 #include <atomic>
 #include <cerrno>
@@ -55,6 +56,14 @@ nlohmann::ordered_json json(const NECKern::Modell& m, const std::string& kern,
     j["kern"] = kern;
     j["z0"] = m.z0;
     j["punkte"] = punkte;
+    j["baender"] = nlohmann::ordered_json::array();
+    for (const auto& b : NECKern::Gangmarken::swrBaender(punkte))
+        j["baender"].push_back({{"von", b.von},
+                                {"bis", b.bis},
+                                {"breiteKhz", b.breiteKhz()},
+                                {"offenUnten", b.offenUnten},
+                                {"offenOben", b.offenOben}});
+    j["resonanzen"] = NECKern::Gangmarken::resonanzen(punkte);
     return j;
 }
 
@@ -106,7 +115,7 @@ int gang(const Optionen& o) {
     else if (o.csv)
         std::cout << NECKern::Gangdatei::csv(punkte);
     else
-        std::cout << tabelle(punkte, modell.z0);
+        std::cout << tabelle(punkte, modell.z0) << NECKern::Gangmarken::zusammenfassung(punkte) << '\n';
     if (punkte.empty()) {
         std::cerr << "Der Kern hat keine Frequenz geliefert.\n";
         return gescheitert;

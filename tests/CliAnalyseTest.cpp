@@ -30,6 +30,13 @@ TEST_F(CliAnalyse, GangAlsCsvUndTouchstone) {
                                       "(14|14.1|14.2) [-0-9.e]+ [-0-9.e]+\n"
                                       "(14|14.1|14.2) [-0-9.e]+ [-0-9.e]+\n"
                                       "(14|14.1|14.2) [-0-9.e]+ [-0-9.e]+\n"));
+
+    // Als Tabelle mit den Marken, die auch das Fenster zeigt.
+    const auto t =
+        cli({"gang", "--beispiel", "Halbwellendipol", "--von", "13.9", "--bis", "14.5", "--punkte", "7"});
+    ASSERT_EQ(t.status, 0) << t.fehler;
+    EXPECT_THAT(t.aus,
+                testing::HasSubstr("\nSWR < 2: 13.942–14.500 MHz (≥ 558 kHz) · Resonanz 14.299 MHz\n"));
 }
 
 TEST_F(CliAnalyse, OptimierenStimmtDenDipolAbUndSchreibtDasModell) {

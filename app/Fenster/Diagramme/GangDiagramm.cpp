@@ -77,8 +77,8 @@ GangDiagramm::GangDiagramm(QWidget* eltern) : Diagramm("Frequenzgang", eltern) {
 void GangDiagramm::zeigen(const std::vector<NECKern::Frequenzpunkt>& gang, double z0) {
     gang_ = gang;
     z0_ = z0;
-    baender_ = Gangmarken::swrBaender(gang_);
-    resonanzen_ = Gangmarken::resonanzen(gang_);
+    baender_ = NECKern::Gangmarken::swrBaender(gang_);
+    resonanzen_ = NECKern::Gangmarken::resonanzen(gang_);
     mitGewinn_ = std::any_of(gang_.begin(), gang_.end(), [](const auto& p) { return p.gewinn.has_value(); });
     mitVorRueck_ =
         std::any_of(gang_.begin(), gang_.end(), [](const auto& p) { return p.vorRueck.has_value(); });
@@ -86,18 +86,7 @@ void GangDiagramm::zeigen(const std::vector<NECKern::Frequenzpunkt>& gang, doubl
 }
 
 std::string GangDiagramm::zusammenfassung() const {
-    std::string text;
-    if (baender_.empty()) text = "SWR < 2: nirgends im Band";
-    for (const auto& b : baender_) {
-        if (!text.empty()) text += " · ";
-        const bool offen = b.offenUnten || b.offenOben;
-        text += "SWR < 2: " + Zahltext::text("%.3f", b.von) + "–" + Zahltext::text("%.3f MHz", b.bis) + " (" +
-                (offen ? "≥ " : "") + Zahltext::text("%.0f kHz", b.breiteKhz()) + ")";
-    }
-    if (resonanzen_.empty()) text += " · keine Resonanz im Band";
-    for (double f : resonanzen_)
-        text += " · Resonanz " + Zahltext::text("%.3f MHz", f);
-    return text;
+    return NECKern::Gangmarken::zusammenfassung(gang_);
 }
 
 double GangDiagramm::kopfMalen(QPainter& p, const QRectF& rahmen) const {

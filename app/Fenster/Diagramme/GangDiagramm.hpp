@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Fenster/Diagramme/Diagramm.hpp"
-#include "Fenster/Diagramme/Gangmarken.hpp"
+#include "NECKern/Gangmarken.hpp"
 
 #include "NECKern/Analyse.hpp"
 
@@ -22,7 +22,7 @@ class GangDiagramm : public Diagramm {
 
     void malen(QPainter& p, const QRectF& rahmen) const override;
 
-    const std::vector<Gangmarken::Band>& baender() const { return baender_; }
+    const std::vector<NECKern::Gangmarken::Band>& baender() const { return baender_; }
     const std::vector<double>& resonanzen() const { return resonanzen_; }
 
   private:
@@ -40,7 +40,7 @@ class GangDiagramm : public Diagramm {
 
     std::vector<NECKern::Frequenzpunkt> gang_;
     double z0_ = 50;
-    std::vector<Gangmarken::Band> baender_;
+    std::vector<NECKern::Gangmarken::Band> baender_;
     std::vector<double> resonanzen_;
     bool mitGewinn_ = false;
     bool mitVorRueck_ = false;

@@ -1,14 +1,16 @@
-#include "Fenster/Diagramme/Gangmarken.hpp"
+#include "NECKern/Gangmarken.hpp"
+
+#include <fmt/printf.h>
 
 #include <cmath>
 #include <cstddef>
 #include <optional>
 
-namespace Gangmarken {
+namespace NECKern::Gangmarken {
 
 namespace {
 
-bool unter(const NECKern::Frequenzpunkt& p, double grenze) {
+bool unter(const Frequenzpunkt& p, double grenze) {
     return p.swr && *p.swr < grenze;
 }
 
@@ -20,7 +22,7 @@ double einpassen(double fa, double wa, double fb, double wb, double w) {
 
 } // namespace
 
-std::vector<Band> swrBaender(const std::vector<NECKern::Frequenzpunkt>& gang, double grenze) {
+std::vector<Band> swrBaender(const std::vector<Frequenzpunkt>& gang, double grenze) {
     std::vector<Band> baender;
     std::optional<Band> offen;
     for (std::size_t i = 0; i < gang.size(); ++i) {
@@ -46,7 +48,7 @@ std::vector<Band> swrBaender(const std::vector<NECKern::Frequenzpunkt>& gang, do
     return baender;
 }
 
-std::vector<double> resonanzen(const std::vector<NECKern::Frequenzpunkt>& gang) {
+std::vector<double> resonanzen(const std::vector<Frequenzpunkt>& gang) {
     std::vector<double> frequenzen;
     for (std::size_t i = 0; i < gang.size(); ++i) {
         if (!gang[i].impedanz) continue;
@@ -63,4 +65,20 @@ std::vector<double> resonanzen(const std::vector<NECKern::Frequenzpunkt>& gang) 
     return frequenzen;
 }
 
-} // namespace Gangmarken
+std::string zusammenfassung(const std::vector<Frequenzpunkt>& gang) {
+    const auto baender = swrBaender(gang);
+    std::string text = baender.empty() ? "SWR < 2: nirgends im Band" : "";
+    for (const auto& b : baender) {
+        if (!text.empty()) text += " · ";
+        const bool offen = b.offenUnten || b.offenOben;
+        text += fmt::sprintf("SWR < 2: %.3f–%.3f MHz (%s%.0f kHz)", b.von, b.bis, offen ? "≥ " : "",
+                             b.breiteKhz());
+    }
+    const auto frequenzen = resonanzen(gang);
+    if (frequenzen.empty()) text += " · keine Resonanz im Band";
+    for (double f : frequenzen)
+        text += fmt::sprintf(" · Resonanz %.3f MHz", f);
+    return text;
+}
+
+} // namespace NECKern::Gangmarken

@@ -2,12 +2,13 @@
 
 #include "NECKern/Analyse.hpp"
 
+#include <string>
 #include <vector>
 
 // Was der Frequenzgang auf einen Blick zeigen soll: die Bereiche mit SWR < 2 und
-// die Resonanzen (X = 0), zwischen Nachbarpunkten linear eingepasst. Ohne Qt,
-// damit die Befehlszeile dieselben Marken nennen kann.
-namespace Gangmarken {
+// die Resonanzen (X = 0), zwischen Nachbarpunkten linear eingepasst. Fenster und
+// Befehlszeile nennen dieselben Marken.
+namespace NECKern::Gangmarken {
 
 struct Band {
     double von = 0, bis = 0; // MHz
@@ -18,9 +19,13 @@ struct Band {
 };
 
 // Bereiche, in denen das SWR unter `grenze` liegt. Ein Punkt ohne SWR trennt.
-std::vector<Band> swrBaender(const std::vector<NECKern::Frequenzpunkt>& gang, double grenze = 2.0);
+std::vector<Band> swrBaender(const std::vector<Frequenzpunkt>& gang, double grenze = 2.0);
 
 // Frequenzen, bei denen der Blindwiderstand das Vorzeichen wechselt oder null ist.
-std::vector<double> resonanzen(const std::vector<NECKern::Frequenzpunkt>& gang);
+std::vector<double> resonanzen(const std::vector<Frequenzpunkt>& gang);
 
-} // namespace Gangmarken
+// Eine Zeile: „SWR < 2: 13.806–14.273 MHz (466 kHz) · Resonanz 14.254 MHz“; ein Band
+// am Rand des Frequenzgangs ist breiter als gezeigt („≥ … kHz“).
+std::string zusammenfassung(const std::vector<Frequenzpunkt>& gang);
+
+} // namespace NECKern::Gangmarken
