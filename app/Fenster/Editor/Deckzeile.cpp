@@ -9,12 +9,6 @@ namespace Deckzeile {
 
 namespace {
 
-std::string_view beschnitten(std::string_view s) {
-    const auto anfang = s.find_first_not_of(" \t");
-    if (anfang == std::string_view::npos) return {};
-    return s.substr(anfang, s.find_last_not_of(" \t") - anfang + 1);
-}
-
 // Jedes Stück bis zum Apostroph muss name=formel sein; sonst verwirft der Leser es stumm.
 bool symboleLesbar(std::string_view rest) {
     rest = rest.substr(0, rest.find('\''));
@@ -44,6 +38,12 @@ std::vector<std::string> ersteZwei(std::string_view t) {
 }
 
 } // namespace
+
+std::string_view beschnitten(std::string_view s) {
+    const auto anfang = s.find_first_not_of(" \t");
+    if (anfang == std::string_view::npos) return {};
+    return s.substr(anfang, s.find_last_not_of(" \t") - anfang + 1);
+}
 
 Art art(std::string_view zeile) {
     const auto t = beschnitten(zeile);

@@ -16,4 +16,7 @@ enum class Art {
 
 Art art(std::string_view zeile);
 
+// Ohne Leerzeichen und Tabulatoren an den Enden, wie der Deckleser Zeilen und Felder nimmt.
+std::string_view beschnitten(std::string_view s);
+
 } // namespace Deckzeile

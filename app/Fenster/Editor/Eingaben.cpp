@@ -1,5 +1,7 @@
 #include "Fenster/Editor/Eingaben.hpp"
 
+#include "Fenster/Editor/Deckzeile.hpp"
+
 #include "NECKern/Ausdruck.hpp"
 #include "NECKern/Unicode.hpp"
 
@@ -9,12 +11,6 @@
 namespace Eingaben {
 
 namespace {
-
-std::string_view beschnitten(std::string_view s) {
-    const auto anfang = s.find_first_not_of(" \t");
-    if (anfang == std::string_view::npos) return {};
-    return s.substr(anfang, s.find_last_not_of(" \t") - anfang + 1);
-}
 
 // Zeichen, die das Deck selbst deutet: Komma trennt Felder, Apostroph beginnt einen Kommentar.
 std::string deckzeichen(std::string_view s) {
@@ -36,13 +32,13 @@ Pruefung kartenfeld(std::string_view eingabe) {
 }
 
 Pruefung formel(std::string_view eingabe) {
-    const auto text = beschnitten(eingabe);
+    const auto text = Deckzeile::beschnitten(eingabe);
     if (text.empty()) return {{}, "Die Formel ist leer – bitte eine Zahl oder eine Formel eingeben."};
     return {std::string(text), deckzeichen(text)};
 }
 
 Pruefung name(std::string_view eingabe, const std::vector<std::string>& andereNamen) {
-    const std::string text(beschnitten(eingabe));
+    const std::string text(Deckzeile::beschnitten(eingabe));
     if (text.empty()) return {text, "Die Variable braucht einen Namen."};
     const auto klein = NECKern::Unicode::klein(text);
     if (klein == "pi" || klein == "c0")
@@ -62,7 +58,7 @@ Pruefung name(std::string_view eingabe, const std::vector<std::string>& andereNa
 }
 
 Grenze grenze(std::string_view eingabe, const NECKern::Werte& werte) {
-    const auto text = beschnitten(eingabe);
+    const auto text = Deckzeile::beschnitten(eingabe);
     if (text.empty()) return {};
     try {
         return {NECKern::Ausdruck::auswerten(text, werte), {}};

@@ -1,6 +1,5 @@
 #include "Fenster/Editor/KartenBereich.hpp"
 
-#include "Fenster/Editor/Bedienelemente.hpp"
 #include "Fenster/Editor/KartenTabelle.hpp"
 #include "Fenster/Editor/Tabelle.hpp"
 #include "Fenster/Editor/Zeilen.hpp"
@@ -10,12 +9,11 @@
 #include "NECKern/Feldwerte.hpp"
 #include "NECKern/Modellpruefung.hpp"
 
-#include <QHBoxLayout>
+#include <QEvent>
 #include <QHeaderView>
-#include <QLabel>
 #include <QMenu>
+#include <QScrollBar>
 #include <QToolButton>
-#include <QVBoxLayout>
 
 #include <algorithm>
 #include <array>
@@ -56,63 +54,69 @@ std::vector<std::string> menuefolge() {
 } // namespace
 
 KartenBereich::KartenBereich(AppModell& app, QWidget* eltern)
-    : QWidget(eltern), app_(app), modell_(new KartenTabelle(app, this)), tabelle_(new Tabelle(this)),
-      meldung_(Bedienelemente::meldungszeile(this)), menue_(menueBauen()) {
-    tabelle_->setObjectName("karten");
-    meldung_->setObjectName("kartenMeldung");
+    : Tabellenbereich(app, "Karten", "karten", eltern), modell_(new KartenTabelle(app, this)) {
     tabelle_->setModel(modell_);
-    // Spalten so breit wie ihr Inhalt, damit keine Formel abgeschnitten ist; gemessen werden
-    // nur die sichtbaren und einige Zeilen mehr, damit auch 2000 Karten schnell bleiben.
     auto* kopf = tabelle_->horizontalHeader();
-    kopf->setResizeContentsPrecision(100);
-    kopf->setSectionResizeMode(QHeaderView::ResizeToContents);
+    kopf->setSectionResizeMode(QHeaderView::Interactive);
     kopf->setMinimumSectionSize(fontMetrics().horizontalAdvance("0000") + 8);
+    kopf->setDefaultSectionSize(kopf->minimumSectionSize());
 
-    auto* neu = Bedienelemente::knopf("Neu ▾", "Karte hinzufügen", this);
-    neu->setObjectName("karteNeu");
-    neu->setMenu(menue_);
+    auto* neu = knopf("Neu ▾", "Karte hinzufügen", "karteNeu");
+    neu->setMenu(menueBauen());
     neu->setPopupMode(QToolButton::InstantPopup);
     neu->setStyleSheet("QToolButton::menu-indicator { image: none; width: 0; }");
-    auto* doppel =
-        Bedienelemente::knopf("Duplizieren", "Gewählte Karten verdoppeln; Drähte bekommen neue Tags", this);
-    auto* weg = Bedienelemente::knopf("Löschen", "Gewählte Karten löschen (Entf)", this);
-    auto* hoch = Bedienelemente::knopf("▲", "Nach oben", this);
-    auto* runter = Bedienelemente::knopf("▼", "Nach unten", this);
-    doppel->setObjectName("karteDuplizieren");
-    weg->setObjectName("karteLoeschen");
-    hoch->setObjectName("karteHoch");
-    runter->setObjectName("karteRunter");
+    connect(knopf("Duplizieren", "Gewählte Karten verdoppeln; Drähte bekommen neue Tags", "karteDuplizieren"),
+            &QToolButton::clicked, this, &KartenBereich::duplizieren);
+    zeilenbefehle(&NECKern::Modell::karten);
 
-    auto* knoepfe = new QHBoxLayout;
-    knoepfe->setSpacing(4);
-    knoepfe->addWidget(Bedienelemente::titel("Karten", this));
-    knoepfe->addStretch();
-    for (auto* k : {neu, doppel, weg, hoch, runter})
-        knoepfe->addWidget(k);
-
-    auto* spalte = new QVBoxLayout(this);
-    spalte->setContentsMargins(0, 0, 0, 0);
-    spalte->setSpacing(4);
-    spalte->addLayout(knoepfe);
-    spalte->addWidget(tabelle_, 1);
-    spalte->addWidget(meldung_);
-
-    connect(doppel, &QToolButton::clicked, this, &KartenBereich::duplizieren);
-    connect(weg, &QToolButton::clicked, this, &KartenBereich::loeschen);
-    connect(tabelle_, &Tabelle::loeschenGewuenscht, this, &KartenBereich::loeschen);
-    connect(tabelle_, &Tabelle::eingabeVerworfen, this,
-            [this] { Bedienelemente::meldungSetzen(meldung_, {}); });
-    connect(hoch, &QToolButton::clicked, this, [this] { verschieben(-1); });
-    connect(runter, &QToolButton::clicked, this, [this] { verschieben(1); });
-    connect(modell_, &KartenTabelle::meldung, this,
-            [this](const QString& text) { Bedienelemente::meldungSetzen(meldung_, text); });
+    connect(modell_, &KartenTabelle::meldung, this, &KartenBereich::meldungSetzen);
     connect(&app_, &AppModell::modellGeaendert, this, [this] {
         modell_->abgleichen();
         aktuelleZeileGeaendert();
     });
     connect(tabelle_->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &KartenBereich::aktuelleZeileGeaendert);
+
+    // Spalten wachsen mit dem, was sichtbar ist, damit keine Formel abgeschnitten wird.
+    // Gemessen werden nur sichtbare Zeilen: so bleibt ein Tastendruck auch bei 2000 Karten schnell.
+    const auto alleSichtbaren = [this] { spaltenAnpassen(0, modell_->rowCount() - 1, true); };
+    connect(modell_, &QAbstractItemModel::modelReset, this, alleSichtbaren);
+    connect(modell_, &QAbstractItemModel::headerDataChanged, this, alleSichtbaren);
+    connect(modell_, &QAbstractItemModel::dataChanged, this,
+            [this](const QModelIndex& von, const QModelIndex& bis) {
+                spaltenAnpassen(von.row(), bis.row(), false);
+            });
+    connect(modell_, &QAbstractItemModel::rowsInserted, this,
+            [this](const QModelIndex&, int von, int bis) { spaltenAnpassen(von, bis, false); });
+    connect(tabelle_->verticalScrollBar(), &QScrollBar::valueChanged, this,
+            [this] { spaltenAnpassen(0, modell_->rowCount() - 1, false); });
+    tabelle_->viewport()->installEventFilter(this);
     aktuelleZeileGeaendert();
+    alleSichtbaren();
+}
+
+bool KartenBereich::eventFilter(QObject* objekt, QEvent* ereignis) {
+    // Erst mit seiner Grösse weiss die Tabelle, welche Zeilen sichtbar sind.
+    if (objekt == tabelle_->viewport() && ereignis->type() == QEvent::Resize)
+        spaltenAnpassen(0, modell_->rowCount() - 1, false);
+    return Tabellenbereich::eventFilter(objekt, ereignis);
+}
+
+void KartenBereich::spaltenAnpassen(int von, int bis, bool schrumpfen) {
+    const int oben = std::max(von, std::max(tabelle_->rowAt(0), 0));
+    const int unten = std::min(bis, tabelle_->rowAt(tabelle_->viewport()->height() - 1) < 0
+                                        ? modell_->rowCount() - 1
+                                        : tabelle_->rowAt(tabelle_->viewport()->height() - 1));
+    auto* kopf = tabelle_->horizontalHeader();
+    constexpr int gitter = 3; // die Gitterlinie nimmt der Zelle Platz, den der Grössenhinweis nicht kennt
+    for (int spalte = 0; spalte < modell_->columnCount(); ++spalte) {
+        int breite = schrumpfen ? std::max(kopf->sectionSizeHint(spalte), kopf->minimumSectionSize())
+                                : tabelle_->columnWidth(spalte);
+        for (int zeile = oben; zeile <= unten; ++zeile)
+            breite =
+                std::max(breite, tabelle_->sizeHintForIndex(modell_->index(zeile, spalte)).width() + gitter);
+        if (breite != tabelle_->columnWidth(spalte)) tabelle_->setColumnWidth(spalte, breite);
+    }
 }
 
 QMenu* KartenBereich::menueBauen() {
@@ -136,22 +140,6 @@ void KartenBereich::hinzufuegen(const std::string& typ) {
     app_.setModell(m);
     tabelle_->setFocus();
     tabelle_->zeilenWaehlen({zeile});
-}
-
-void KartenBereich::loeschen() {
-    const auto zeilen = tabelle_->gewaehlteZeilen();
-    if (zeilen.empty()) return;
-    auto m = app_.modell();
-    Zeilen::loeschen(m.karten, zeilen);
-    app_.setModell(m);
-    tabelle_->zeilenWaehlen({std::min(zeilen.front(), static_cast<int>(m.karten.size()) - 1)});
-}
-
-void KartenBereich::verschieben(int richtung) {
-    auto m = app_.modell();
-    const auto neu = Zeilen::verschieben(m.karten, tabelle_->gewaehlteZeilen(), richtung);
-    app_.setModell(m);
-    tabelle_->zeilenWaehlen(neu);
 }
 
 void KartenBereich::duplizieren() {

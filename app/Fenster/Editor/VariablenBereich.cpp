@@ -3,13 +3,11 @@
 #include "Fenster/Editor/Bedienelemente.hpp"
 #include "Fenster/Editor/Tabelle.hpp"
 #include "Fenster/Editor/VariablenTabelle.hpp"
-#include "Fenster/Editor/Zeilen.hpp"
 
 #include "Modell/AppModell.hpp"
 
 #include "NECKern/Unicode.hpp"
 
-#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QToolButton>
@@ -32,10 +30,7 @@ std::string freierName(const std::vector<NECKern::Variable>& variablen) {
 } // namespace
 
 VariablenBereich::VariablenBereich(AppModell& app, QWidget* eltern)
-    : QWidget(eltern), app_(app), modell_(new VariablenTabelle(app, this)), tabelle_(new Tabelle(this)),
-      meldung_(Bedienelemente::meldungszeile(this)) {
-    tabelle_->setObjectName("variablen");
-    meldung_->setObjectName("variablenMeldung");
+    : Tabellenbereich(app, "Variablen", "variablen", eltern), modell_(new VariablenTabelle(app, this)) {
     tabelle_->setModel(modell_);
     auto* kopf = tabelle_->horizontalHeader();
     kopf->setSectionResizeMode(QHeaderView::Interactive);
@@ -47,43 +42,19 @@ VariablenBereich::VariablenBereich(AppModell& app, QWidget* eltern)
     tabelle_->setColumnWidth(VariablenTabelle::minimum, 4 * em);
     tabelle_->setColumnWidth(VariablenTabelle::maximum, 4 * em);
     kopf->setSectionResizeMode(VariablenTabelle::wert, QHeaderView::Stretch);
+    // Meldungen des Auswerters umbrechen statt sie abzuschneiden; es sind nur wenige Zeilen.
+    tabelle_->setWordWrap(true);
+    tabelle_->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
 
-    auto* neu = Bedienelemente::knopf("Neu", "Variable hinzufügen", this);
-    auto* weg = Bedienelemente::knopf("Löschen", "Gewählte Variablen löschen (Entf)", this);
-    auto* hoch = Bedienelemente::knopf("▲", "Nach oben", this);
-    auto* runter = Bedienelemente::knopf("▼", "Nach unten", this);
-    neu->setObjectName("variableNeu");
-    weg->setObjectName("variableLoeschen");
-    hoch->setObjectName("variableHoch");
-    runter->setObjectName("variableRunter");
-
-    auto* knoepfe = new QHBoxLayout;
-    knoepfe->setSpacing(4);
-    knoepfe->addWidget(Bedienelemente::titel("Variablen", this));
-    knoepfe->addStretch();
-    for (auto* k : {neu, weg, hoch, runter})
-        knoepfe->addWidget(k);
-
-    auto* spalte = new QVBoxLayout(this);
-    spalte->setContentsMargins(0, 0, 0, 0);
-    spalte->setSpacing(4);
-    spalte->addLayout(knoepfe);
-    spalte->addWidget(tabelle_, 1);
-    spalte->addWidget(meldung_);
-    spalte->addWidget(
+    connect(knopf("Neu", "Variable hinzufügen", "variableNeu"), &QToolButton::clicked, this,
+            &VariablenBereich::hinzufuegen);
+    zeilenbefehle(&NECKern::Modell::variablen);
+    spalte_->addWidget(
         Bedienelemente::hinweis("Formeln: + − × / ^, sin cos (Bogenmass), sind cosd (Grad), sqr, "
                                 "c0 = 299,79 (λ = c0/f), Einheiten mm cm in ft",
                                 this));
 
-    connect(neu, &QToolButton::clicked, this, &VariablenBereich::hinzufuegen);
-    connect(weg, &QToolButton::clicked, this, &VariablenBereich::loeschen);
-    connect(tabelle_, &Tabelle::loeschenGewuenscht, this, &VariablenBereich::loeschen);
-    connect(tabelle_, &Tabelle::eingabeVerworfen, this,
-            [this] { Bedienelemente::meldungSetzen(meldung_, {}); });
-    connect(hoch, &QToolButton::clicked, this, [this] { verschieben(-1); });
-    connect(runter, &QToolButton::clicked, this, [this] { verschieben(1); });
-    connect(modell_, &VariablenTabelle::meldung, this,
-            [this](const QString& text) { Bedienelemente::meldungSetzen(meldung_, text); });
+    connect(modell_, &VariablenTabelle::meldung, this, &VariablenBereich::meldungSetzen);
     connect(&app_, &AppModell::modellGeaendert, modell_, &VariablenTabelle::abgleichen);
 }
 
@@ -97,20 +68,4 @@ void VariablenBereich::hinzufuegen() {
     const auto ziel = modell_->index(zeile, VariablenTabelle::name);
     tabelle_->selectionModel()->setCurrentIndex(ziel, QItemSelectionModel::ClearAndSelect);
     tabelle_->edit(ziel);
-}
-
-void VariablenBereich::loeschen() {
-    const auto zeilen = tabelle_->gewaehlteZeilen();
-    if (zeilen.empty()) return;
-    auto m = app_.modell();
-    Zeilen::loeschen(m.variablen, zeilen);
-    app_.setModell(m);
-    tabelle_->zeilenWaehlen({std::min(zeilen.front(), static_cast<int>(m.variablen.size()) - 1)});
-}
-
-void VariablenBereich::verschieben(int richtung) {
-    auto m = app_.modell();
-    const auto neu = Zeilen::verschieben(m.variablen, tabelle_->gewaehlteZeilen(), richtung);
-    app_.setModell(m);
-    tabelle_->zeilenWaehlen(neu);
 }

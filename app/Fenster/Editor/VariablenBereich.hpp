@@ -1,30 +1,19 @@
 #pragma once
 
-#include <QWidget>
+#include "Fenster/Editor/Tabellenbereich.hpp"
 
-class AppModell;
-class QLabel;
-class Tabelle;
 class VariablenTabelle;
 
 // Die Variablen mit Formel, Wert, Optimierer-Marke und Grenzen; Knöpfe zum
-// Hinzufügen, Löschen und Verschieben, darunter die Meldung zu einer abgelehnten
-// Eingabe und die Kurzhilfe der Formeln.
-class VariablenBereich : public QWidget {
+// Hinzufügen, Löschen und Verschieben, darunter die Kurzhilfe der Formeln.
+class VariablenBereich : public Tabellenbereich {
     Q_OBJECT
 
   public:
     explicit VariablenBereich(AppModell& app, QWidget* eltern = nullptr);
 
-    Tabelle* tabelle() const { return tabelle_; }
-
   private:
     void hinzufuegen();
-    void loeschen();
-    void verschieben(int richtung);
 
-    AppModell& app_;
     VariablenTabelle* modell_;
-    Tabelle* tabelle_;
-    QLabel* meldung_;
 };

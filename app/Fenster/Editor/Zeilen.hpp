@@ -1,5 +1,9 @@
 #pragma once
 
+#include "Fenster/Editor/Tabelle.hpp"
+
+#include "Modell/AppModell.hpp"
+
 #include <algorithm>
 #include <cstddef>
 #include <vector>
@@ -38,6 +42,27 @@ std::vector<int> verschieben(std::vector<T>& liste, const std::vector<int>& zeil
         for (std::size_t k = zeilen.size(); k-- > 0;)
             schieben(k);
     return neu;
+}
+
+// Löscht die gewählten Zeilen der Tabelle aus einer Liste des Modells; danach ist
+// die Zeile an ihrer Stelle gewählt.
+template <typename T>
+void loeschen(AppModell& app, Tabelle& tabelle, std::vector<T> NECKern::Modell::*liste) {
+    const auto zeilen = tabelle.gewaehlteZeilen();
+    if (zeilen.empty()) return;
+    auto m = app.modell();
+    loeschen(m.*liste, zeilen);
+    app.setModell(m);
+    tabelle.zeilenWaehlen({std::min(zeilen.front(), static_cast<int>((m.*liste).size()) - 1)});
+}
+
+// Verschiebt die gewählten Zeilen; sie bleiben gewählt.
+template <typename T>
+void verschieben(AppModell& app, Tabelle& tabelle, std::vector<T> NECKern::Modell::*liste, int richtung) {
+    auto m = app.modell();
+    const auto neu = verschieben(m.*liste, tabelle.gewaehlteZeilen(), richtung);
+    app.setModell(m);
+    tabelle.zeilenWaehlen(neu);
 }
 
 } // namespace Zeilen

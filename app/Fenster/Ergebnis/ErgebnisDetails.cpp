@@ -5,6 +5,7 @@
 
 #include "Modell/AppModell.hpp"
 
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QStyle>
@@ -14,52 +15,28 @@
 
 namespace {
 
-std::string zeile(const std::string& name, const std::string& wert) {
-    return "<tr><td style=\"color:#5f6368; padding-right:14px\">" + name + "</td><td>" + wert + "</td></tr>";
+QString text(const std::string& s) {
+    return QString::fromStdString(s);
 }
 
-std::string ueberschrift(const std::string& text) {
-    return "<tr><td colspan=\"2\" style=\"padding-top:6px\"><b>" + text + "</b></td></tr>";
+QGridLayout* raster(QWidget* eltern) {
+    auto* r = new QGridLayout(eltern);
+    r->setContentsMargins(0, 0, 0, 0);
+    r->setHorizontalSpacing(14);
+    r->setVerticalSpacing(2);
+    r->setColumnStretch(1, 1);
+    return r;
 }
 
-std::string quellen(const NECKern::FrequenzErgebnis& f) {
-    std::string html;
-    int n = 0;
-    for (const auto& q : f.quellen) {
-        const double leistung = 0.5 * (q.spannung.re * q.strom.re + q.spannung.im * q.strom.im);
-        html += ueberschrift(fmt::sprintf("Quelle %d: Tag %d, Segment %d", ++n, q.tag, q.segment));
-        html += zeile("Spannung", Ergebnistexte::komplex(q.spannung, "V"));
-        html += zeile("Strom", Ergebnistexte::komplex(q.strom, "A"));
-        html += zeile("Impedanz", Ergebnistexte::impedanz(q.impedanz));
-        html += zeile("Leistung", Ergebnistexte::leistung(leistung));
-    }
-    return html;
-}
-
-std::string bilanz(const NECKern::FrequenzErgebnis& f) {
-    std::optional<double> verluste;
-    if (f.leistungEingang && f.leistungAbgestrahlt) verluste = *f.leistungEingang - *f.leistungAbgestrahlt;
-    std::string html = ueberschrift("Leistungsbilanz");
-    html += zeile("Eingang", Ergebnistexte::leistung(f.leistungEingang));
-    html += zeile("Abgestrahlt", Ergebnistexte::leistung(f.leistungAbgestrahlt));
-    html += zeile("Verluste", Ergebnistexte::leistung(verluste));
-    html += zeile("Wirkungsgrad", f.wirkungsgrad ? fmt::sprintf("%.2f %%", *f.wirkungsgrad) : "–");
-    return html;
-}
-
-std::string kern(const NECKern::NECErgebnis& e) {
-    return ueberschrift("Rechnung") +
-           zeile("Rechenkern", QString::fromStdString(e.kern).toHtmlEscaped().toStdString()) +
-           zeile("Rechenzeit", fmt::sprintf("%.2f s", e.dauer));
+int naechsteZeile(const QGridLayout* raster) {
+    return raster->count() == 0 ? 0 : raster->rowCount();
 }
 
 } // namespace
 
 ErgebnisDetails::ErgebnisDetails(AppModell& app, QWidget* eltern)
-    : QWidget(eltern), app_(app), tabelle_(Abschnitt::wert(this)), warnungen_(new QWidget(this)),
-      warnungsText_(Abschnitt::wert(warnungen_)) {
-    tabelle_->setObjectName("details");
-    tabelle_->setTextFormat(Qt::RichText);
+    : QWidget(eltern), app_(app), warnungen_(new QWidget(this)), warnungsText_(Abschnitt::wert(warnungen_)),
+      spalte_(new QVBoxLayout(this)) {
     warnungen_->setObjectName("kernmeldungen");
     warnungen_->setAttribute(Qt::WA_StyledBackground);
     warnungen_->setStyleSheet(
@@ -83,26 +60,89 @@ ErgebnisDetails::ErgebnisDetails(AppModell& app, QWidget* eltern)
     warnZeile->addWidget(symbol, 0, Qt::AlignTop);
     warnZeile->addLayout(warnSpalte, 1);
 
-    auto* spalte = new QVBoxLayout(this);
-    spalte->setContentsMargins(0, 0, 0, 0);
-    spalte->setSpacing(6);
-    spalte->addWidget(Abschnitt::titel("Einzelheiten", this));
-    spalte->addWidget(warnungen_);
-    spalte->addWidget(tabelle_);
+    spalte_->setContentsMargins(0, 0, 0, 0);
+    spalte_->setSpacing(6);
+    spalte_->addWidget(Abschnitt::titel("Einzelheiten", this));
+    spalte_->addWidget(warnungen_);
+    bauen(0);
     aktualisieren();
+}
+
+QLabel* ErgebnisDetails::ueberschrift(QGridLayout* raster, const QString& text) {
+    auto* l = new QLabel(text, raster->parentWidget());
+    auto f = l->font();
+    f.setBold(true);
+    l->setFont(f);
+    const int zeile = naechsteZeile(raster);
+    if (zeile > 0) raster->setRowMinimumHeight(zeile, fontMetrics().height() + 10);
+    raster->addWidget(l, zeile, 0, 1, 2, Qt::AlignBottom);
+    return l;
+}
+
+QLabel* ErgebnisDetails::zeile(QGridLayout* raster, const QString& name) {
+    const int z = naechsteZeile(raster);
+    auto* titel = new QLabel(name, raster->parentWidget());
+    titel->setStyleSheet("color: #5f6368;");
+    auto* wert = Abschnitt::wert(raster->parentWidget());
+    wert->setTextFormat(Qt::PlainText);
+    raster->addWidget(titel, z, 0);
+    raster->addWidget(wert, z, 1);
+    return wert;
+}
+
+void ErgebnisDetails::bauen(std::size_t quellen) {
+    if (raster_ && quellzeilen_.size() == quellen) return;
+    delete raster_;
+    quellzeilen_.clear();
+    raster_ = new QWidget(this);
+    raster_->setObjectName("details");
+    auto* r = raster(raster_);
+    for (std::size_t i = 0; i < quellen; ++i) {
+        auto* kopf = ueberschrift(r, {});
+        quellzeilen_.push_back(
+            {kopf, zeile(r, "Spannung"), zeile(r, "Strom"), zeile(r, "Impedanz"), zeile(r, "Leistung")});
+    }
+    ueberschrift(r, "Leistungsbilanz");
+    eingang_ = zeile(r, "Eingang");
+    abgestrahlt_ = zeile(r, "Abgestrahlt");
+    verluste_ = zeile(r, "Verluste");
+    wirkungsgrad_ = zeile(r, "Wirkungsgrad");
+    ueberschrift(r, "Rechnung");
+    kern_ = zeile(r, "Rechenkern");
+    dauer_ = zeile(r, "Rechenzeit");
+    spalte_->addWidget(raster_);
 }
 
 void ErgebnisDetails::aktualisieren() {
     const auto& e = app_.ergebnis();
     if (!e) return;
-    std::string html = "<table cellspacing=\"0\" cellpadding=\"1\">";
-    if (const auto* f = app_.aktuell()) html += quellen(*f) + bilanz(*f);
-    html += kern(*e) + "</table>";
-    tabelle_->setText(QString::fromStdString(html));
-
     QStringList meldungen;
     for (const auto& w : e->warnungen)
-        meldungen << QString::fromStdString(w);
+        meldungen << text(w);
     warnungsText_->setText(meldungen.join('\n'));
     warnungen_->setVisible(!meldungen.isEmpty());
+
+    const auto* f = app_.aktuell();
+    bauen(f ? f->quellen.size() : 0);
+    kern_->setText(text(e->kern));
+    dauer_->setText(text(fmt::sprintf("%.2f s", e->dauer)));
+    if (!f) return;
+    for (std::size_t i = 0; i < f->quellen.size(); ++i) {
+        const auto& q = f->quellen[i];
+        const auto& z = quellzeilen_[i];
+        // Wirkleistung der Quelle: ½ Re(U · I*).
+        const double leistung = 0.5 * (q.spannung.re * q.strom.re + q.spannung.im * q.strom.im);
+        z.kopf->setText(text(fmt::sprintf("Quelle %d: Tag %d, Segment %d", i + 1, q.tag, q.segment)));
+        z.spannung->setText(text(Ergebnistexte::komplex(q.spannung, "V")));
+        z.strom->setText(text(Ergebnistexte::komplex(q.strom, "A")));
+        z.impedanz->setText(text(Ergebnistexte::impedanz(q.impedanz)));
+        z.leistung->setText(text(Ergebnistexte::leistung(leistung)));
+    }
+    std::optional<double> verluste;
+    if (f->leistungEingang && f->leistungAbgestrahlt)
+        verluste = *f->leistungEingang - *f->leistungAbgestrahlt;
+    eingang_->setText(text(Ergebnistexte::leistung(f->leistungEingang)));
+    abgestrahlt_->setText(text(Ergebnistexte::leistung(f->leistungAbgestrahlt)));
+    verluste_->setText(text(Ergebnistexte::leistung(verluste)));
+    wirkungsgrad_->setText(f->wirkungsgrad ? text(fmt::sprintf("%.2f %%", *f->wirkungsgrad)) : "–");
 }
