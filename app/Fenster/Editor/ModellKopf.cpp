@@ -39,6 +39,7 @@ ModellKopf::ModellKopf(AppModell& app, QWidget* eltern)
     name_->setObjectName("name");
     z0_->setObjectName("z0");
     kommentar_->setObjectName("kommentar");
+    meldung_->setObjectName("kopfMeldung");
     z0_->setToolTip("Bezugsimpedanz für SWR und Smith-Diagramm");
     z0_->setFixedWidth(fontMetrics().horizontalAdvance("00000.0") + 12);
     kommentar_->setTabChangesFocus(true);

@@ -68,6 +68,7 @@ class Editor : public AppTestHilfen::AppTest {
         auto* feld = qobject_cast<QLineEdit*>(QApplication::focusWidget());
         ASSERT_NE(feld, nullptr) << "kein Zelleditor offen";
         QTest::keyClick(feld, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(feld, Qt::Key_Backspace);
         QTest::keyClicks(feld, text);
         QTest::keyClick(feld, schluss);
     }
@@ -246,4 +247,89 @@ TEST_F(Editor, TextmodusLiestEinEchtesDeckUnveraendertZurueckUndBehaeltUnlesbare
     QTest::mouseClick(textKnopf, Qt::LeftButton);
     EXPECT_TRUE(text->toPlainText().contains("\n123 kaputt\n"));
     EXPECT_EQ(gespeichert.count(), 1);
+}
+
+TEST_F(Editor, TextmodusBehaeltWasDasDeckNichtTraegt) {
+    auto m = app->modell();
+    m.variablen[0].optimieren = true;
+    m.variablen[0].minimum = 14;
+    m.karten[0].text = "Reflektor";
+    app->setModell(m);
+    QTest::mouseClick(seite->findChild<QToolButton*>("textmodus"), Qt::LeftButton);
+    auto* text = seite->findChild<QPlainTextEdit*>("decktext");
+    QTest::mouseClick(text->viewport(), Qt::LeftButton);
+    QTest::keyClick(text, Qt::Key_Home, Qt::ControlModifier);
+    ASSERT_TRUE(text->find("f=14.15"));
+    QTest::keyClicks(text, "f=14.2");
+    ASSERT_TRUE(warten([&] { return app->modell().variablen[0].ausdruck == "14.2"; }, 2000));
+    EXPECT_TRUE(app->modell().variablen[0].optimieren);
+    EXPECT_EQ(app->modell().variablen[0].minimum, 14);
+    EXPECT_EQ(app->modell().karten, m.karten) << "Kennungen und Kartentexte bleiben";
+    EXPECT_EQ(app->modell().name, m.name);
+}
+
+TEST_F(Editor, OptimiererMarkeUndGrenzen) {
+    auto* t = tabelle("variablen");
+    QTest::mouseClick(t->viewport(), Qt::LeftButton, {}, t->visualRect(t->model()->index(0, 3)).center());
+    QTest::keyClick(t, Qt::Key_Space);
+    EXPECT_TRUE(app->modell().variablen[0].optimieren);
+    eintippen("variablen", 0, 4, "1cm");
+    eintippen("variablen", 0, 5, "2*f");
+    EXPECT_EQ(app->modell().variablen[0].minimum, 0.01);
+    EXPECT_DOUBLE_EQ(app->modell().variablen[0].maximum.value_or(0), 28.3);
+    EXPECT_EQ(zelle("variablen", 0, 5), "28.3");
+    eintippen("variablen", 0, 5, "");
+    EXPECT_FALSE(app->modell().variablen[0].maximum);
+    eintippen("variablen", 0, 4, "x");
+    EXPECT_EQ(meldung("variablen")->text(), "Grenze nicht lesbar: Variable 'x' unbekannt");
+}
+
+TEST_F(Editor, DuplizierterDrahtBekommtDenNaechstenTagUndLaesstSichVerschieben) {
+    auto* t = tabelle("karten");
+    QTest::mouseClick(t->viewport(), Qt::LeftButton, {}, t->visualRect(t->model()->index(0, 0)).center());
+    const auto vorher = app->modell().karten;
+    QTest::mouseClick(seite->findChild<QToolButton*>("karteDuplizieren"), Qt::LeftButton);
+    const auto& karten = app->modell().karten;
+    ASSERT_EQ(karten.size(), vorher.size() + 1);
+    EXPECT_NE(karten[1].id, vorher[0].id);
+    EXPECT_EQ(karten[1].ganz, (std::vector<std::string>{"4", "21"}));
+    EXPECT_EQ(karten[1].reell, vorher[0].reell);
+    EXPECT_EQ(t->currentIndex().row(), 1);
+
+    const auto kopie = karten[1].id;
+    QTest::mouseClick(seite->findChild<QToolButton*>("kartenRunter"), Qt::LeftButton);
+    QTest::mouseClick(seite->findChild<QToolButton*>("kartenRunter"), Qt::LeftButton);
+    EXPECT_EQ(app->modell().karten[3].id, kopie);
+    EXPECT_EQ(t->currentIndex().row(), 3);
+}
+
+TEST_F(Editor, KopfNimmtNameKommentarUndZ0) {
+    auto* z0 = seite->findChild<QLineEdit*>("z0");
+    auto* name = seite->findChild<QLineEdit*>("name");
+    const auto ersetzen = [](QLineEdit* feld, const QString& text) {
+        QTest::mouseClick(feld, Qt::LeftButton);
+        QTest::keyClick(feld, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(feld, text);
+        QTest::keyClick(feld, Qt::Key_Return);
+    };
+    ersetzen(z0, "75");
+    EXPECT_EQ(app->modell().z0, 75);
+    ersetzen(z0, "0");
+    EXPECT_EQ(app->modell().z0, 75);
+    auto* meldung = seite->findChild<QLabel*>("kopfMeldung");
+    EXPECT_EQ(meldung->text(), "z0 muss eine Zahl grösser als 0 sein, etwa 50 (Ω).");
+    ersetzen(name, " ");
+    EXPECT_EQ(meldung->text(), "Das Modell braucht einen Namen.");
+    ersetzen(name, "Meine Yagi");
+    EXPECT_EQ(app->modell().name, "Meine Yagi");
+    EXPECT_FALSE(meldung->isVisible());
+
+    QSignalSpy gespeichert(app.get(), &AppModell::modellGeaendert);
+    auto* kommentar = seite->findChild<QPlainTextEdit*>("kommentar");
+    QTest::mouseClick(kommentar->viewport(), Qt::LeftButton);
+    QTest::keyClick(kommentar, Qt::Key_End, Qt::ControlModifier);
+    QTest::keyClick(kommentar, Qt::Key_Return);
+    QTest::keyClicks(kommentar, "Zweite Zeile");
+    ASSERT_TRUE(warten([&] { return gespeichert.count() == 1; }, 2000));
+    EXPECT_EQ(app->modell().kommentar.back(), "Zweite Zeile");
 }

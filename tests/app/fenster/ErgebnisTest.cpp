@@ -123,6 +123,10 @@ TEST_F(Ergebnis, SwrMitFarbeAnDenGrenzen) {
         EXPECT_EQ(teil("swr")->text(), f.wert);
         EXPECT_EQ(farbe("swr"), f.farbe) << f.wert;
     }
+    auto m = app->modell();
+    m.z0 = 75;
+    app->setModell(m);
+    EXPECT_EQ(teil("swrTitel")->text(), "SWR (75 Ω)");
 }
 
 TEST_F(Ergebnis, GueteMitUrteilAnDenGrenzen) {
