@@ -138,9 +138,12 @@ TEST_F(Editor, AbgelehnteEingabeNenntDenGrundUndAendertNichts) {
         QTest::keyClick(feld, Qt::Key_Escape);
         EXPECT_FALSE(meldung(f.tabelle)->isVisible());
     }
-    eintippen("karten", 0, 3, "0.5");
+    // Leerzeichen trennen im Deck die Felder; ein Name darf seine eigene Schreibung ändern.
+    eintippen("karten", 0, 3, "- a1 * 2");
     EXPECT_FALSE(meldung("karten")->isVisible());
-    EXPECT_EQ(app->modell().karten[0].reell[0], "0.5");
+    EXPECT_EQ(app->modell().karten[0].reell[0], "-a1*2");
+    eintippen("variablen", 0, name, "F");
+    EXPECT_EQ(app->modell().variablen[0].name, "F");
 }
 
 TEST_F(Editor, KarteAusDemMenueHatDieFelderDerVorlage) {
