@@ -1,0 +1,257 @@
+// Die Ergebnisseite mit Ergebnissen, die ein Attrappen-Kern von Hand liefert.
+#include "AppTestHilfen.hpp"
+
+#include "Fenster/Ergebnis/ErgebnisSeite.hpp"
+
+#include "NECKern/Guetetest.hpp"
+#include "NECKern/Modellpruefung.hpp"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QLabel>
+#include <QProgressBar>
+#include <QSignalSpy>
+#include <QToolButton>
+
+#include <atomic>
+#include <chrono>
+#include <cmath>
+#include <fmt/printf.h>
+#include <gtest/gtest.h>
+#include <thread>
+
+using AppTestHilfen::warten;
+using NECKern::FrequenzErgebnis;
+using NECKern::Richtung;
+using TestHilfen::KernAttrappe;
+
+namespace {
+
+// Das Gitter, das die RP-Karte des Decks verlangt, überall mit demselben Gewinn.
+std::vector<Richtung> kugel(std::string_view deck, double gewinn) {
+    const auto rp = TestHilfen::kartenzahlen(deck, "RP");
+    std::vector<Richtung> r;
+    for (int t = 0; t < static_cast<int>(rp[1]); ++t)
+        for (int p = 0; p < static_cast<int>(rp[2]); ++p)
+            r.push_back({rp[4] + t * rp[6], rp[5] + p * rp[7], 0, 0, gewinn});
+    return r;
+}
+
+bool istGuetedeck(std::string_view deck) {
+    return TestHilfen::kartenzahlen(deck, "RP").at(2) == 72;
+}
+
+// Impedanz R + j0 und ein Diagramm mit dem grössten Gewinn g nach vorn, 10 dB weniger nach hinten.
+FrequenzErgebnis antwort(double mhz, double r, double g) {
+    FrequenzErgebnis f;
+    f.mhz = mhz;
+    f.impedanz = NECKern::Komplex{r, 0};
+    f.diagramm = {{90, 0, 0, 0, g}, {90, 180, 0, 0, g - 10}};
+    return f;
+}
+
+class Ergebnis : public AppTestHilfen::AppTest {
+  protected:
+    void SetUp() override { zeigen(); }
+
+    void zeigen(const std::string& kennung = "attrappe") {
+        seite.reset();
+        app = anwendung(kennung);
+        app->setAutomatisch(false);
+        seite = std::make_unique<ErgebnisSeite>(*app);
+        seite->resize(520, 1000);
+        seite->show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(seite.get()));
+    }
+
+    // Rechnet und wartet auf Gütetest und Gegenprobe.
+    void rechnen() {
+        QSignalSpy anAus(app.get(), &AppModell::rechnetGeradeGeaendert);
+        app->rechnen(false);
+        ASSERT_TRUE(
+            warten([&] { return anAus.count() >= 2 && !app->rechnetGerade() && !app->gueteLaeuft(); }));
+    }
+
+    template <typename T = QLabel> T* teil(const char* name) const {
+        auto* t = seite->findChild<T*>(name);
+        EXPECT_NE(t, nullptr) << name;
+        return t;
+    }
+    bool sichtbar(const char* name) const { return teil<QWidget>(name)->isVisibleTo(seite.get()); }
+    QString farbe(const char* name) const { return teil(name)->property("farbe").toString(); }
+
+    std::unique_ptr<AppModell> app;
+    std::unique_ptr<ErgebnisSeite> seite;
+};
+
+} // namespace
+
+TEST_F(Ergebnis, VorDemErstenErgebnisNurDerHinweis) {
+    EXPECT_TRUE(sichtbar("nochNichtGerechnet"));
+    EXPECT_EQ(teil("nochNichtGerechnet")->text(), "Noch nicht gerechnet");
+    EXPECT_FALSE(sichtbar("swr"));
+    EXPECT_FALSE(sichtbar("details"));
+    EXPECT_FALSE(sichtbar("gegenprobeUrteil"));
+    rechnen();
+    EXPECT_FALSE(sichtbar("nochNichtGerechnet"));
+    EXPECT_TRUE(sichtbar("swr"));
+    EXPECT_TRUE(sichtbar("details"));
+}
+
+TEST_F(Ergebnis, SwrMitFarbeAnDenGrenzen) {
+    struct Fall {
+        std::optional<double> r;
+        const char* wert;
+        const char* farbe;
+    };
+    // 75 Ω und 100 Ω treffen in double knapp unter 1,5 und 2,0; der nächste Wert darüber liegt auf der
+    // Grenze.
+    const Fall faelle[] = {{74.5, "1.49", "gruen"},
+                           {std::nextafter(75.0, 76.0), "1.50", "gelb"},
+                           {99.5, "1.99", "gelb"},
+                           {std::nextafter(100.0, 101.0), "2.00", "orange"},
+                           {std::nullopt, "–", "orange"}};
+    for (const auto& f : faelle) {
+        haupt->antwort = [&](double mhz, std::string_view) {
+            auto e = antwort(mhz, f.r.value_or(0), 5);
+            if (!f.r) e.impedanz.reset();
+            return e;
+        };
+        rechnen();
+        EXPECT_EQ(teil("swrTitel")->text(), "SWR (50 Ω)");
+        EXPECT_EQ(teil("swr")->text(), f.wert);
+        EXPECT_EQ(farbe("swr"), f.farbe) << f.wert;
+    }
+    auto m = app->modell();
+    m.z0 = 75;
+    app->setModell(m);
+    EXPECT_EQ(teil("swrTitel")->text(), "SWR (75 Ω)");
+}
+
+TEST_F(Ergebnis, GueteMitUrteilAnDenGrenzen) {
+    struct Fall {
+        double d;
+        const char* wert;
+        const char* wort;
+        const char* farbe;
+    };
+    const Fall faelle[] = {{0.0999, "1.023 (+0.10 dB)", "gut", "gruen"},
+                           {0.1001, "1.023 (+0.10 dB)", "brauchbar", "gelb"},
+                           {-0.4999, "0.891 (-0.50 dB)", "brauchbar", "gelb"},
+                           {-0.5001, "0.891 (-0.50 dB)", "Modell prüfen", "orange"}};
+    for (const auto& f : faelle) {
+        // Ein gleichmässiges Diagramm, das im Mittel genau 10^(d/10) ergibt.
+        haupt->antwort = [&](double mhz, std::string_view deck) {
+            auto e = KernAttrappe::standard(mhz, deck);
+            if (!istGuetedeck(deck)) return e;
+            const double einfach = NECKern::Guetetest::mittlererGewinn(kugel(deck, 0)).value_or(1);
+            e.diagramm = kugel(deck, f.d - 10 * std::log10(einfach));
+            return e;
+        };
+        rechnen();
+        EXPECT_TRUE(sichtbar("gueteWert"));
+        EXPECT_EQ(teil("gueteWert")->text(), f.wert);
+        EXPECT_EQ(teil("gueteUrteil")->text(), f.wort) << f.d;
+        EXPECT_EQ(farbe("gueteUrteil"), f.farbe) << f.d;
+    }
+}
+
+TEST_F(Ergebnis, GueteZeigtDenLaufUndSonstNichtBerechnet) {
+    std::atomic<bool> weiter{false};
+    haupt->antwort = [&](double mhz, std::string_view deck) {
+        while (istGuetedeck(deck) && !weiter)
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        return KernAttrappe::standard(mhz, deck);
+    };
+    app->rechnen(false);
+    ASSERT_TRUE(warten([&] { return app->gueteLaeuft(); }));
+    EXPECT_TRUE(teil<QProgressBar>("gueteLaeuft")->isVisibleTo(seite.get()));
+    EXPECT_FALSE(sichtbar("gueteNichtBerechnet"));
+    weiter = true;
+    ASSERT_TRUE(warten([&] { return !app->gueteLaeuft(); }));
+    EXPECT_FALSE(teil<QProgressBar>("gueteLaeuft")->isVisibleTo(seite.get()));
+    EXPECT_TRUE(sichtbar("gueteNichtBerechnet"));
+    EXPECT_FALSE(sichtbar("gueteWert"));
+}
+
+TEST_F(Ergebnis, GegenprobeMitUrteilAnDenGrenzen) {
+    struct Fall {
+        double r, g;
+        const char* abweichung;
+        const char* urteil;
+        const char* farbe;
+    };
+    const Fall faelle[] = {
+        {115, 0, "Abweichung: Wirkwiderstand 15 %, Gewinn 0.00 dB",
+         "Merkliche Abweichung zwischen den Kernen – Ergebnis mit Vorsicht verwenden.", "gelb"},
+        {116, 0, "Abweichung: Wirkwiderstand 16 %, Gewinn 0.00 dB",
+         "Die Kerne weichen stark ab – diesem Ergebnis nicht trauen, Modell oder Kern prüfen.", "orange"},
+        {100, 0.3, "Abweichung: Wirkwiderstand 0 %, Gewinn 0.30 dB", "Stimmt mit nec2c überein.", "gruen"},
+    };
+    nec2c->antwort = [](double mhz, std::string_view) { return antwort(mhz, 100, 0); };
+    for (const auto& f : faelle) {
+        haupt->antwort = [&](double mhz, std::string_view) { return antwort(mhz, f.r, f.g); };
+        rechnen();
+        ASSERT_TRUE(sichtbar("gegenprobeUrteil"));
+        EXPECT_EQ(teil("gegenprobeNec2c")->text(), "nec2c: 100.00 + j0.00 Ω");
+        EXPECT_EQ(teil("gegenprobeAbweichung")->text(), f.abweichung);
+        EXPECT_EQ(teil("gegenprobeUrteil")->text(), f.urteil);
+        EXPECT_EQ(farbe("gegenprobeUrteil"), f.farbe) << f.r << " " << f.g;
+    }
+
+    zeigen("nec2c");
+    rechnen();
+    EXPECT_FALSE(sichtbar("gegenprobeUrteil"));
+}
+
+TEST_F(Ergebnis, BefundeInIhrerReihenfolgeMitStufe) {
+    // Fünf Segmente von 5 m (über 0,1 λ) aus dickem Draht (über 0,002 λ).
+    haupt->antwort = [](double mhz, std::string_view deck) {
+        auto f = KernAttrappe::standard(mhz, deck);
+        for (int i = 0; i < 5; ++i)
+            f.segmente.push_back({i + 1, 1, 0, (i - 2) * 5.0, 10, 5.0, 0, 90, 0.05, {}, {}, {}});
+        return f;
+    };
+    rechnen();
+    const auto zeilen = seite->findChildren<QLabel*>("befund");
+    ASSERT_EQ(zeilen.size(), 2);
+    ASSERT_EQ(app->befunde().size(), 2u);
+    for (int i = 0; i < 2; ++i)
+        EXPECT_EQ(zeilen[i]->text().toStdString(), app->befunde()[static_cast<std::size_t>(i)].text);
+    EXPECT_EQ(zeilen[0]->property("stufe").toString(), "fehler");
+    EXPECT_EQ(zeilen[1]->property("stufe").toString(), "hinweis");
+
+    haupt->antwort = KernAttrappe::standard;
+    rechnen();
+    const auto leer = seite->findChildren<QLabel*>("befund");
+    ASSERT_EQ(leer.size(), 1);
+    EXPECT_EQ(leer[0]->text(), "Segmentierung und Drähte nach den NEC-Regeln in Ordnung");
+    EXPECT_EQ(leer[0]->property("stufe").toString(), "ok");
+}
+
+TEST_F(Ergebnis, FrequenzwahlUndKopieren) {
+    auto m = app->modell();
+    for (auto& k : m.karten)
+        if (k.typ == "FR") k = NECKern::Karte("FR", {"0", "3", "0", "0"}, {"14", "0.1"});
+    app->setModell(m);
+    rechnen();
+    auto* wahl = teil<QComboBox>("frequenz");
+    ASSERT_EQ(wahl->count(), 3);
+    EXPECT_EQ(wahl->itemText(2), "14.200 MHz");
+
+    wahl->setFocus();
+    QTest::keyClick(wahl, Qt::Key_Down);
+    EXPECT_EQ(app->frequenzIndex(), 1);
+    EXPECT_EQ(teil("impedanz")->text(), "64.10 + j0.10 Ω");
+    app->setFrequenzIndex(2);
+    EXPECT_EQ(wahl->currentIndex(), 2);
+
+    QTest::mouseClick(teil<QToolButton>("kopieren"), Qt::LeftButton);
+    EXPECT_EQ(QApplication::clipboard()->text().toStdString(),
+              "Frequenz: 14.200 MHz\n"
+              "Impedanz: 64.20 + j0.20 Ω\n"
+              "SWR (50 Ω): 1.28\n"
+              "Max. Gewinn: 7.10 dBi (Elevation 0°, Azimut 0°)\n"
+              "Vor/Rück: 7.10 dB\n");
+}
