@@ -4,6 +4,8 @@
 #include "Fenster/Diagramme/FeldAbschnitt.hpp"
 #include "Fenster/Diagramme/GangSeite.hpp"
 #include "Fenster/Diagramme/PolarDiagramm.hpp"
+#include "Fenster/Editor/EditorSeite.hpp"
+#include "Fenster/Ergebnis/ErgebnisSeite.hpp"
 #include "Fenster/Seiten/KernSeite.hpp"
 #include "Fenster/Seiten/OptimiererSeite.hpp"
 #include "Fenster/Seiten/SelbsttestDialog.hpp"
@@ -17,7 +19,6 @@
 #include <QCloseEvent>
 #include <QFileDialog>
 #include <QGuiApplication>
-#include <QScreen>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
@@ -25,6 +26,7 @@
 #include <QMessageBox>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollArea>
 #include <QSplitter>
 #include <QStackedWidget>
@@ -42,15 +44,6 @@ constexpr int mindestHoehe = 760;
 
 QString qtext(const std::string& s) {
     return QString::fromStdString(s);
-}
-
-// Vorläufig für Teile, die noch in Arbeit sind.
-QWidget* platzhalter(const QString& name) {
-    auto* l = new QLabel(name);
-    l->setAlignment(Qt::AlignCenter);
-    l->setMinimumHeight(120);
-    l->setStyleSheet("color: #7a8794; border: 1px dashed #b8c2cc;");
-    return l;
 }
 
 QToolButton* schalter(const QString& text, bool an) {
@@ -79,10 +72,11 @@ Hauptfenster::Hauptfenster(AppModell& modell, QWidget* eltern) : QMainWindow(elt
     auto* teilung = new QSplitter(Qt::Horizontal);
     teilung->setObjectName("teilung");
     teilung->setChildrenCollapsible(false);
-    auto* editor = platzhalter("Editor");
+    auto* editor = new EditorSeite(modell_);
     editor->setMinimumWidth(380);
     teilung->addWidget(editor);
     teilung->addWidget(rechteSpalteBauen());
+    connect(editor, &EditorSeite::drahtGewaehlt, ansicht_, &Ansicht3D::hervorheben);
     teilung->setStretchFactor(0, 0);
     teilung->setStretchFactor(1, 1);
     teilung->setSizes({460, mindestBreite - 460});
@@ -278,7 +272,7 @@ QWidget* Hauptfenster::seitenBauen() {
     auto* ergebnis = new QWidget;
     auto* ergebnisSpalte = new QVBoxLayout(ergebnis);
     ergebnisSpalte->setContentsMargins(0, 0, 0, 0);
-    ergebnisSpalte->addWidget(platzhalter("Ergebnis"));
+    ergebnisSpalte->addWidget(new ErgebnisSeite(modell_));
     ergebnisSpalte->addWidget(new FeldAbschnitt(modell_));
     seiten_->addWidget(ergebnis);
     seiten_->addWidget(new GangSeite(modell_));
