@@ -1,7 +1,7 @@
 #include "Fenster/Editor/KartenTabelle.hpp"
 
-#include "Fenster/Editor/Eingaben.hpp"
 #include "Fenster/Editor/Feldnamen.hpp"
+#include "Fenster/Editor/Zellpruefung.hpp"
 
 #include "Modell/AppModell.hpp"
 
@@ -131,7 +131,7 @@ QVariant KartenTabelle::data(const QModelIndex& index, int rolle) const {
 bool KartenTabelle::setData(const QModelIndex& index, const QVariant& wert, int rolle) {
     if (!index.isValid() || rolle != Qt::EditRole || !feldText(karte(index.row()), index.column()))
         return false;
-    const auto pruefung = Eingaben::kartenfeld(wert.toString().toStdString());
+    const auto pruefung = Zellpruefung::kartenfeld(wert.toString().toStdString());
     if (!pruefung.angenommen()) {
         emit meldung(QString::fromStdString(pruefung.meldung));
         return false;

@@ -1,7 +1,7 @@
 #include "Fenster/Editor/ModellKopf.hpp"
 
 #include "Fenster/Editor/Bedienelemente.hpp"
-#include "Fenster/Editor/Eingaben.hpp"
+#include "Fenster/Editor/Zellpruefung.hpp"
 
 #include "Modell/AppModell.hpp"
 
@@ -79,7 +79,7 @@ ModellKopf::ModellKopf(AppModell& app, QWidget* eltern)
 void ModellKopf::anzeigen() {
     const auto& m = app_.modell();
     if (!name_->isModified()) name_->setText(QString::fromStdString(m.name));
-    if (!z0_->isModified()) z0_->setText(QString::fromStdString(Eingaben::zahl(m.z0)));
+    if (!z0_->isModified()) z0_->setText(QString::fromStdString(Zellpruefung::zahl(m.z0)));
     const auto kommentar = text(m.kommentar);
     if (!kommentarOffen_ && kommentar_->toPlainText() != kommentar) kommentar_->setPlainText(kommentar);
 }

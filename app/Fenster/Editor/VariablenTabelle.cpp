@@ -1,6 +1,6 @@
 #include "Fenster/Editor/VariablenTabelle.hpp"
 
-#include "Fenster/Editor/Eingaben.hpp"
+#include "Fenster/Editor/Zellpruefung.hpp"
 
 #include "Modell/AppModell.hpp"
 
@@ -14,7 +14,7 @@ QString text(const std::string& s) {
 }
 
 QString grenzText(const std::optional<double>& g) {
-    return g ? text(Eingaben::zahl(*g)) : QString();
+    return g ? text(Zellpruefung::zahl(*g)) : QString();
 }
 
 } // namespace
@@ -49,7 +49,7 @@ QVariant VariablenTabelle::data(const QModelIndex& index, int rolle) const {
     case wert: {
         if (zeile >= stand_.zeilen.size()) return {};
         const auto& z = stand_.zeilen[zeile];
-        if (rolle == Qt::DisplayRole) return z.wert ? text(Eingaben::zahl(*z.wert)) : text(z.meldung);
+        if (rolle == Qt::DisplayRole) return z.wert ? text(Zellpruefung::zahl(*z.wert)) : text(z.meldung);
         if (rolle == meldungRolle || (rolle == Qt::ToolTipRole && !z.wert)) return text(z.meldung);
         if (rolle == Qt::ForegroundRole && !z.wert) return QBrush(QColor(0xB7, 0x1C, 0x1C));
         return {};
@@ -73,18 +73,18 @@ bool VariablenTabelle::aendern(NECKern::Variable& v, int spalte, const QVariant&
     }
     if (rolle != Qt::EditRole) return false;
     const auto eingabe = neu.toString().toStdString();
-    Eingaben::Pruefung p;
+    Zellpruefung::Pruefung p;
     if (spalte == name) {
         std::vector<std::string> andere;
         for (const auto& w : zeilen_)
             if (w.id != v.id) andere.push_back(w.name);
-        p = Eingaben::name(eingabe, andere);
+        p = Zellpruefung::name(eingabe, andere);
         if (p.angenommen()) v.name = p.text;
     } else if (spalte == formel) {
-        p = Eingaben::formel(eingabe);
+        p = Zellpruefung::formel(eingabe);
         if (p.angenommen()) v.ausdruck = p.text;
     } else {
-        auto g = Eingaben::grenze(eingabe, stand_.werte);
+        auto g = Zellpruefung::grenze(eingabe, stand_.werte);
         p.meldung = g.meldung;
         if (p.angenommen()) (spalte == minimum ? v.minimum : v.maximum) = g.wert;
     }

@@ -1,4 +1,4 @@
-#include "Fenster/Editor/Eingaben.hpp"
+#include "Fenster/Editor/Zellpruefung.hpp"
 
 #include "Fenster/Editor/Deckzeile.hpp"
 
@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <fmt/printf.h>
 
-namespace Eingaben {
+namespace Zellpruefung {
 
 namespace {
 
@@ -71,4 +71,4 @@ std::string zahl(double x) {
     return fmt::sprintf("%.6g", x);
 }
 
-} // namespace Eingaben
+} // namespace Zellpruefung

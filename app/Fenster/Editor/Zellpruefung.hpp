@@ -10,7 +10,7 @@
 // Prüft, was der Nutzer in eine Zelle des Editors schreibt, bevor es ins Modell
 // geht. Jede Ablehnung ist ein deutscher Satz; angenommene Texte stehen so im
 // Modell, dass die Deckdatei sie unverändert zurückliest.
-namespace Eingaben {
+namespace Zellpruefung {
 
 // Ergebnis einer Prüfung: der Text fürs Modell oder der Satz, warum nicht.
 struct Pruefung {
@@ -38,4 +38,4 @@ Grenze grenze(std::string_view eingabe, const NECKern::Werte& werte);
 // Zahl für die Anzeige: "%.6g".
 std::string zahl(double x);
 
-} // namespace Eingaben
+} // namespace Zellpruefung
