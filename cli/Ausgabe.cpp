@@ -1,5 +1,7 @@
 #include "Ausgabe.hpp"
 
+#include "NECKern/Systemgrund.hpp"
+
 #include <cerrno>
 #include <cmath>
 #include <fmt/format.h>
@@ -77,8 +79,8 @@ void dateiSchreiben(const std::string& pfad, const std::string& inhalt) {
     if (datei) datei << inhalt << std::flush;
     const int fehler = errno;
     if (!datei)
-        throw std::runtime_error("Die Datei „" + pfad + "“ lässt sich nicht schreiben: " +
-                                 std::system_category().message(fehler) + ".");
+        throw std::runtime_error("Die Datei „" + pfad +
+                                 "“ lässt sich nicht schreiben: " + NECKern::systemgrund(fehler) + ".");
 }
 
 } // namespace Befehle::Ausgabe

@@ -1,6 +1,7 @@
 #include "ModellWahl.hpp"
 
 #include "NECKern/Beispiele.hpp"
+#include "NECKern/Systemgrund.hpp"
 #include "NECKern/Unicode.hpp"
 
 #include "Befehle.hpp"
@@ -22,8 +23,8 @@ std::string dateiLesen(const std::string& pfad) {
     std::ifstream datei(pfad, std::ios::binary);
     const int fehler = errno;
     if (!datei)
-        throw std::runtime_error("Die Datei „" + pfad + "“ konnte nicht gelesen werden: " +
-                                 std::system_category().message(fehler) + ".");
+        throw std::runtime_error("Die Datei „" + pfad +
+                                 "“ konnte nicht gelesen werden: " + NECKern::systemgrund(fehler) + ".");
     std::ostringstream inhalt;
     inhalt << datei.rdbuf();
     if (datei.bad()) throw std::runtime_error("Die Datei „" + pfad + "“ konnte nicht gelesen werden.");

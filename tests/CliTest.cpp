@@ -101,7 +101,7 @@ TEST_F(Cli, ScheiternMitDeutschemSatz) {
     const Fall faelle[] = {
         {{"rechnen", "/gibt/es/nicht.nec"},
          1,
-         "Die Datei „/gibt/es/nicht.nec“ konnte nicht gelesen werden: No such file or directory.\n"},
+         "Die Datei „/gibt/es/nicht.nec“ konnte nicht gelesen werden: Datei oder Verzeichnis nicht gefunden.\n"},
         {{"rechnen", "--beispiel", "Rhombus"}, 1, "Kein eingebautes Beispiel enthält „Rhombus“ im Namen.\n"},
         {{"rechnen"},
          2,
@@ -151,7 +151,7 @@ TEST_F(Cli, JsonMeldetAuchDenFehlschlag) {
     EXPECT_EQ(a.status, 1);
     const auto j = nlohmann::ordered_json::parse(a.aus);
     EXPECT_EQ(j["fehler"],
-              "Die Datei „/gibt/es/nicht.nec“ konnte nicht gelesen werden: No such file or directory.");
+              "Die Datei „/gibt/es/nicht.nec“ konnte nicht gelesen werden: Datei oder Verzeichnis nicht gefunden.");
     EXPECT_TRUE(j["modell"].is_null());
     EXPECT_TRUE(j["frequenzen"].empty());
 }

@@ -112,7 +112,8 @@ TEST(Prozess, ZeitlimitBeendetEinHaengendesProgramm) {
 TEST(Prozess, WerSigtermUebergehtBekommtSigkill) {
     PrivaterTemp temp;
     Prozess::Arbeitsordner ordner;
-    const auto ende = falsch({"stur"}, ordner.pfad(), 0.2);
+    // Eine Sekunde: das nachrangige Programm braucht unter Last, bis es SIGTERM übergeht.
+    const auto ende = falsch({"stur"}, ordner.pfad(), 1);
     EXPECT_EQ(ende.status, SIGKILL);
 }
 
@@ -123,14 +124,14 @@ TEST(Prozess, StartfehlerWirftSofort) {
     EXPECT_THAT(
         [&] { Prozess::ausfuehren(fehlt, {}, ordner.pfad(), 300); },
         testing::ThrowsMessage<KernFehler>("Das Programm „" + fehlt.string() +
-                                           "“ konnte nicht gestartet werden: No such file or directory."));
+                                           "“ konnte nicht gestartet werden: Datei oder Verzeichnis nicht gefunden."));
 
     const auto nichtAusfuehrbar = ordner.pfad() / "text";
     { std::ofstream(nichtAusfuehrbar) << "#!/bin/sh\n"; }
     const auto start = Uhr::now();
     EXPECT_THAT([&] { Prozess::ausfuehren(nichtAusfuehrbar, {}, ordner.pfad(), 300); },
                 testing::ThrowsMessage<KernFehler>("Das Programm „" + nichtAusfuehrbar.string() +
-                                                   "“ konnte nicht gestartet werden: Permission denied."));
+                                                   "“ konnte nicht gestartet werden: keine Berechtigung."));
     // Keine PATH-Suche: ein blosser Name ist kein Programm.
     EXPECT_THROW(Prozess::ausfuehren("nec2c", {}, ordner.pfad(), 300), KernFehler);
     EXPECT_LT(sekundenSeit(start), 5);

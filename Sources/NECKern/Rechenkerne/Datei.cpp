@@ -1,5 +1,7 @@
 #include "NECKern/Rechenkerne/Datei.hpp"
 
+#include "NECKern/Systemgrund.hpp"
+
 #include "NECKern/Rechenkerne/KernFehler.hpp"
 
 #include <cerrno>
@@ -16,8 +18,7 @@ namespace {
 constexpr std::string_view leerraum = " \t\r\n\v\f";
 
 std::string fehlerText(const std::filesystem::path& pfad, int fehler) {
-    return "Die Datei „" + pfad.string() +
-           "“ konnte nicht geschrieben werden: " + std::system_category().message(fehler) + ".";
+    return "Die Datei „" + pfad.string() + "“ konnte nicht geschrieben werden: " + systemgrund(fehler) + ".";
 }
 
 class Fd {

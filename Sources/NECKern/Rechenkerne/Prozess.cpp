@@ -1,6 +1,7 @@
 #include "NECKern/Rechenkerne/Prozess.hpp"
 
 #include "NECKern/Rechenkerne/KernFehler.hpp"
+#include "NECKern/Systemgrund.hpp"
 #include "NECKern/Unicode.hpp"
 #include "NECKern/Uuid.hpp"
 
@@ -45,10 +46,6 @@ int pidfdOeffnen(pid_t pid) {
 }
 void signalSenden(int pidfd, int signal) {
     ::syscall(SYS_pidfd_send_signal, pidfd, signal, nullptr, 0);
-}
-
-std::string grund(int fehler) {
-    return std::system_category().message(fehler);
 }
 
 std::string inAnfuehrung(const std::filesystem::path& p) {
@@ -162,11 +159,12 @@ std::optional<Uhr::time_point> fristNach(double sekunden) {
 std::filesystem::path arbeitsordner() {
     std::error_code fehler;
     const auto temp = std::filesystem::temp_directory_path(fehler);
-    if (fehler) throw KernFehler("Das temporäre Verzeichnis ist nicht verfügbar: " + fehler.message() + ".");
+    if (fehler)
+        throw KernFehler("Das temporäre Verzeichnis ist nicht verfügbar: " + systemgrund(fehler) + ".");
     std::filesystem::create_directories(temp, fehler);
     if (fehler)
         throw KernFehler("Das temporäre Verzeichnis " + inAnfuehrung(temp) +
-                         " konnte nicht angelegt werden: " + fehler.message() + ".");
+                         " konnte nicht angelegt werden: " + systemgrund(fehler) + ".");
     // Acht Zeichen einer Zufalls-UUID; ein Zusammenstoss mit einem bestehenden
     // Ordner wird nie geteilt, sondern mit einem neuen Namen wiederholt.
     for (int versuch = 0;; ++versuch) {
@@ -175,7 +173,7 @@ std::filesystem::path arbeitsordner() {
         const int e = errno;
         if (e != EEXIST || versuch >= 16)
             throw KernFehler("Der Arbeitsordner " + inAnfuehrung(ordner) +
-                             " konnte nicht angelegt werden: " + grund(e) + ".");
+                             " konnte nicht angelegt werden: " + systemgrund(e) + ".");
     }
 }
 
@@ -186,7 +184,7 @@ Ende ausfuehren(const std::filesystem::path& programm, const std::vector<std::st
     Fd wecker(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
     if (wecker.get() < 0)
         throw KernFehler("Für " + inAnfuehrung(programm) +
-                         " konnte kein Weckdeskriptor angelegt werden: " + grund(errno) + ".");
+                         " konnte kein Weckdeskriptor angelegt werden: " + systemgrund(errno) + ".");
     std::stop_callback wecken(stopp, [fd = wecker.get()] {
         const std::uint64_t eins = 1;
         (void)!::write(fd, &eins, sizeof eins);
@@ -195,7 +193,7 @@ Ende ausfuehren(const std::filesystem::path& programm, const std::vector<std::st
     int leitung[2];
     if (::pipe2(leitung, O_CLOEXEC) != 0)
         throw KernFehler("Für " + inAnfuehrung(programm) +
-                         " konnte keine Leitung angelegt werden: " + grund(errno) + ".");
+                         " konnte keine Leitung angelegt werden: " + systemgrund(errno) + ".");
     Fd lesen(leitung[0]);
     Fd schreiben(leitung[1]);
     ::fcntl(lesen.get(), F_SETFL, ::fcntl(lesen.get(), F_GETFL) | O_NONBLOCK);
@@ -225,7 +223,7 @@ Ende ausfuehren(const std::filesystem::path& programm, const std::vector<std::st
     if (int e =
             ::posix_spawn(&pid, programm.c_str(), &start.aktionen, &start.attribute, argv.data(), environ))
         throw KernFehler("Das Programm " + inAnfuehrung(programm) +
-                         " konnte nicht gestartet werden: " + grund(e) + ".");
+                         " konnte nicht gestartet werden: " + systemgrund(e) + ".");
     Kind kind(pid);
     // Löser rechnen nachrangig: auch wenn mehrere Läufe alle Kerne belegen, bleibt das Fenster
     // flüssig (gemessen: längster Hänger der Ereignisschleife 6,4 ms mit nice 0, 3,7–4,4 ms mit 19).
@@ -235,7 +233,7 @@ Ende ausfuehren(const std::filesystem::path& programm, const std::vector<std::st
     Fd pidfd(pidfdOeffnen(pid));
     if (pidfd.get() < 0)
         throw KernFehler("Das Programm " + inAnfuehrung(programm) +
-                         " kann nicht überwacht werden: " + grund(errno) + ".");
+                         " kann nicht überwacht werden: " + systemgrund(errno) + ".");
 
     // Warten auf das Ende; die Fehlerausgabe wird dabei laufend abgeholt,
     // damit eine volle Leitung das Programm nie anhält.
@@ -252,7 +250,7 @@ Ende ausfuehren(const std::filesystem::path& programm, const std::vector<std::st
         if (bereit < 0) {
             if (errno == EINTR) continue;
             throw KernFehler("Das Warten auf " + inAnfuehrung(programm) +
-                             " ist gescheitert: " + grund(errno) + ".");
+                             " ist gescheitert: " + systemgrund(errno) + ".");
         }
         if (warten[1].revents != 0) leitungOffen = abholen(lesen.get(), fehlerausgabe);
         if (warten[0].revents != 0) break;

@@ -1,5 +1,7 @@
 #include "Fenster/Seiten/KernSeite.hpp"
 
+#include "NECKern/Systemgrund.hpp"
+
 #include "Fenster/Seiten/KernEintrag.hpp"
 #include "Fenster/Seiten/Seitenbau.hpp"
 
