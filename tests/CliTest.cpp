@@ -8,22 +8,18 @@
 #include <nlohmann/json.hpp>
 
 using namespace NECKern;
-using TestHilfen::dateiLesen;
 namespace fs = std::filesystem;
 
 namespace {
 
-class Cli : public TestHilfen::CliTest {
-  protected:
-    static std::vector<std::string> schluessel(const nlohmann::ordered_json& j) {
-        std::vector<std::string> namen;
-        for (const auto& [k, v] : j.items())
-            namen.push_back(k);
-        return namen;
-    }
+std::vector<std::string> schluessel(const nlohmann::ordered_json& j) {
+    std::vector<std::string> namen;
+    for (const auto& [k, v] : j.items())
+        namen.push_back(k);
+    return namen;
+}
 
-    Prozess::Arbeitsordner ordner_;
-};
+using Cli = TestHilfen::CliTest;
 
 } // namespace
 
@@ -38,37 +34,29 @@ TEST_F(Cli, RechnetEinBeispielUndZeigtDieKennzahlen) {
     EXPECT_THAT(a.aus, testing::HasSubstr("  Wirkungsgrad:"));
 }
 
-TEST_F(Cli, JsonHatFesteSchluessel) {
+TEST_F(Cli, JsonHatFesteSchluesselUndErgebnisDasGanzeNECErgebnis) {
     const auto a = cli({"rechnen", "--beispiel", "yagi", "--json"});
     ASSERT_EQ(a.status, 0) << a.fehler;
     const auto j = nlohmann::ordered_json::parse(a.aus);
     EXPECT_EQ(schluessel(j), (std::vector<std::string>{"modell", "kern", "dauer", "fehler", "warnungen",
                                                        "befunde", "guete", "gegenprobe", "frequenzen"}));
     EXPECT_NEAR(j["guete"].get<double>(), 1.0, 0.02);
-    EXPECT_TRUE(j["gegenprobe"].is_null());
     EXPECT_EQ(j["modell"], "3-Element-Yagi 20 m");
     EXPECT_EQ(j["kern"], "nec2c");
-    EXPECT_TRUE(j["fehler"].is_null());
-    EXPECT_EQ(j["befunde"], nlohmann::ordered_json::array());
     ASSERT_EQ(j["frequenzen"].size(), 1u);
     const auto& f = j["frequenzen"][0];
     EXPECT_EQ(schluessel(f), (std::vector<std::string>{"mhz", "impedanz", "swr", "gewinn", "vorRueck",
                                                        "leistungEingang", "leistungAbgestrahlt",
                                                        "wirkungsgrad", "segmente", "stroemeGeliefert"}));
     EXPECT_EQ(f["mhz"], 14.15);
-    EXPECT_TRUE(f["impedanz"]["re"].is_number());
-    EXPECT_TRUE(f["gewinn"].is_number());
     EXPECT_EQ(f["segmente"], 63);
-    EXPECT_EQ(f["stroemeGeliefert"], true);
-}
 
-TEST_F(Cli, ErgebnisIstDasGanzeNECErgebnis) {
-    const auto a = cli({"rechnen", "--beispiel", "Halbwellendipol", "--ergebnis"});
-    ASSERT_EQ(a.status, 0) << a.fehler;
-    const auto e = nlohmann::ordered_json::parse(a.aus).get<NECErgebnis>();
-    EXPECT_EQ(e.kern, "NEC-2 (nec2c)");
-    ASSERT_EQ(e.frequenzen.size(), 1u);
-    EXPECT_TRUE(e.frequenzen[0].mitBoden);
+    const auto e = cli({"rechnen", "--beispiel", "Halbwellendipol", "--ergebnis"});
+    ASSERT_EQ(e.status, 0) << e.fehler;
+    const auto ergebnis = nlohmann::ordered_json::parse(e.aus).get<NECErgebnis>();
+    EXPECT_EQ(ergebnis.kern, "NEC-2 (nec2c)");
+    ASSERT_EQ(ergebnis.frequenzen.size(), 1u);
+    EXPECT_TRUE(ergebnis.frequenzen[0].mitBoden);
 }
 
 TEST_F(Cli, ModellVonDerStandardeingabe) {
@@ -92,22 +80,22 @@ TEST_F(Cli, BeispieleAuflistenUndAusgeben) {
     EXPECT_THAT(groundplane.aus, testing::StartsWith("CM Groundplane λ/4 mit Radials\n"));
 }
 
-TEST_F(Cli, ScheiternMitDeutschemSatz) {
+TEST_F(Cli, ScheiternMitDeutschemSatzAuchImJson) {
     struct Fall {
         std::vector<std::string> argumente;
         int status;
         std::string fehler;
     };
+    const std::string datei =
+        "Die Datei „/gibt/es/nicht.nec“ konnte nicht gelesen werden: Datei oder Verzeichnis nicht gefunden.";
     const Fall faelle[] = {
-        {{"rechnen", "/gibt/es/nicht.nec"},
-         1,
-         "Die Datei „/gibt/es/nicht.nec“ konnte nicht gelesen werden: Datei oder Verzeichnis nicht gefunden.\n"},
+        {{"rechnen", "/gibt/es/nicht.nec"}, 1, datei + "\n"},
         {{"rechnen", "--beispiel", "Rhombus"}, 1, "Kein eingebautes Beispiel enthält „Rhombus“ im Namen.\n"},
         {{"rechnen"},
          2,
          "Bitte genau ein Modell angeben: eine Deckdatei, „-“ für die Standardeingabe oder --beispiel "
          "TEXT.\n"},
-        {{"rechnen", "--kern", "gibtsnicht", "--beispiel", "Yagi"},
+        {{"selbsttest", "--kern", "gibtsnicht"},
          2,
          "Unbekannter Kern „gibtsnicht“. Bekannt sind: nec2c, zirkon, zirkon5, zirkon-klinge, arcanum.\n"},
     };
@@ -116,6 +104,12 @@ TEST_F(Cli, ScheiternMitDeutschemSatz) {
         EXPECT_EQ(a.status, status) << argumente.back();
         EXPECT_EQ(a.fehler, fehler);
     }
+    const auto a = cli({"rechnen", "--json", "/gibt/es/nicht.nec"});
+    EXPECT_EQ(a.status, 1);
+    const auto j = nlohmann::ordered_json::parse(a.aus);
+    EXPECT_EQ(j["fehler"], datei);
+    EXPECT_TRUE(j["modell"].is_null());
+    EXPECT_TRUE(j["frequenzen"].empty());
 }
 
 TEST_F(Cli, FalscherAufrufEndetMitZweiUndEinemDeutschenSatz) {
@@ -146,24 +140,11 @@ TEST_F(Cli, FalscherAufrufEndetMitZweiUndEinemDeutschenSatz) {
     EXPECT_THAT(cli({"gang", "--help"}).aus, testing::HasSubstr("--punkte GANZZAHL PFLICHT"));
 }
 
-TEST_F(Cli, JsonMeldetAuchDenFehlschlag) {
-    const auto a = cli({"rechnen", "--json", "/gibt/es/nicht.nec"});
-    EXPECT_EQ(a.status, 1);
-    const auto j = nlohmann::ordered_json::parse(a.aus);
-    EXPECT_EQ(j["fehler"],
-              "Die Datei „/gibt/es/nicht.nec“ konnte nicht gelesen werden: Datei oder Verzeichnis nicht gefunden.");
-    EXPECT_TRUE(j["modell"].is_null());
-    EXPECT_TRUE(j["frequenzen"].empty());
-}
-
 TEST_F(Cli, KerneNenntFuenfKerneMitNec2cZuerst) {
-    const auto a = cli({"kerne", "--json"});
-    ASSERT_EQ(a.status, 0) << a.fehler;
-    const auto j = nlohmann::ordered_json::parse(a.aus);
+    const auto j = nlohmann::ordered_json::parse(cli({"kerne", "--json"}).aus);
     ASSERT_EQ(j.size(), 5u);
     EXPECT_EQ(j[0]["kennung"], "nec2c");
     EXPECT_TRUE(j[0]["verfuegbar"].get<bool>());
-    EXPECT_EQ(j[0]["schalter"], nlohmann::ordered_json::array());
     EXPECT_EQ(j[4]["kennung"], "arcanum");
     const auto text = cli({"kerne"});
     EXPECT_THAT(text.aus, testing::HasSubstr("nec2c – NEC-2 (nec2c)\n"));

@@ -48,33 +48,19 @@ TEST(FrequenzErgebnis, SwrGegenBezugsimpedanz) {
     EXPECT_FALSE(FrequenzErgebnis{}.swr(50));
 }
 
-TEST(FrequenzErgebnis, MaxGewinnMitBodenNurImOberenHalbraum) {
+TEST(FrequenzErgebnis, MaxGewinnMitBodenNurOberhalbOhneNaNUndBeiGleichstandFrueher) {
     auto boden = mitDiagramm({{0, 0, 0, 0, 1}, {90.00005, 0, 0, 0, 2}, {120, 0, 0, 0, 9}}, true);
     EXPECT_DOUBLE_EQ(boden.maxGewinn()->gesamt, 2);
-    auto frei = boden;
-    frei.mitBoden = false;
-    EXPECT_DOUBLE_EQ(frei.maxGewinn()->gesamt, 9);
+    boden.mitBoden = false;
+    EXPECT_DOUBLE_EQ(boden.maxGewinn()->gesamt, 9);
     EXPECT_FALSE(mitDiagramm({{120, 0, 0, 0, 9}}, true).maxGewinn());
     EXPECT_FALSE(FrequenzErgebnis{}.maxGewinn());
-}
-
-TEST(FrequenzErgebnis, MaxGewinnNimmtBeiGleichstandDieFruehereRichtung) {
-    auto f = mitDiagramm({{10, 0, 0, 0, 3}, {20, 0, 0, 0, 3}});
+    const auto f =
+        mitDiagramm({{5, 0, 0, 0, keineZahl}, {10, 0, 0, 0, 3}, {20, 0, 0, 0, 3}, {30, 0, 0, 0, keineZahl}});
     EXPECT_DOUBLE_EQ(f.maxGewinn()->theta, 10);
 }
 
-TEST(FrequenzErgebnis, MaxGewinnUebergehtNaN) {
-    auto f = mitDiagramm({{10, 0, 0, 0, keineZahl}, {20, 0, 0, 0, -5}, {30, 0, 0, 0, keineZahl}});
-    EXPECT_DOUBLE_EQ(f.maxGewinn()->theta, 20);
-}
-
-TEST(FrequenzErgebnis, VorRueckMitNurEinemAzimutIstNull) {
-    auto f = mitDiagramm({{80, 0, 0, 0, 1}, {90, 0, 0, 0, 4}});
-    EXPECT_DOUBLE_EQ(*f.vorRueck(), 0);
-    EXPECT_FALSE(FrequenzErgebnis{}.vorRueck());
-}
-
-TEST(FrequenzErgebnis, VorRueckMisstGegenDenAzimutNaechstDerGegenrichtung) {
+TEST(FrequenzErgebnis, VorRueckGegenDenAzimutNaechstDerGegenrichtung) {
     std::vector<Richtung> schnitt;
     for (int phi = 0; phi <= 350; phi += 10)
         schnitt.push_back({90, double(phi), 0, 0, double(-phi) / 10});
@@ -84,6 +70,9 @@ TEST(FrequenzErgebnis, VorRueckMisstGegenDenAzimutNaechstDerGegenrichtung) {
     // Ohne passenden Azimut gilt der nächste über den Nullpunkt hinweg; bei Gleichstand der erste.
     auto f = mitDiagramm({{90, 170, 0, 0, 6}, {90, 345, 0, 0, 1}, {90, 355, 0, 0, 2}, {45, 350, 0, 0, -30}});
     EXPECT_DOUBLE_EQ(*f.vorRueck(), 5);
+    // Nur ein Azimut: null; ohne Diagramm keiner.
+    EXPECT_DOUBLE_EQ(*mitDiagramm({{80, 0, 0, 0, 1}, {90, 0, 0, 0, 4}}).vorRueck(), 0);
+    EXPECT_FALSE(FrequenzErgebnis{}.vorRueck());
 }
 
 TEST(FrequenzErgebnis, SpeiseSegmentBevorzugtDieGeometrie) {

@@ -36,25 +36,15 @@ const Fall faelle[] = {
     {"Halbkreisschleife über Boden (GA, LD über mehrere Stücke)",
      "CM Bogen\nCE\nGA 1 16 1.5 0 180 0.002\nGE 1\nGN 1\nLD 0 1 5 11 25 0 0\nEX 0 1 1 0 1 0\n"
      "FR 0 1 0 0 45 0\nXQ\nEN\n"},
-    {"Zwei Elemente, einzeln verschoben und gekippt (GM ohne Kopien, ITS)",
-     "CM Yagi\nCE\nGW 1 21 0 -2.5 0 0 2.5 0 0.005\nGW 2 21 0 -2.6 0 0 2.6 0 0.005\n"
-     "GM 0 0 0 0 0 -1.5 0 0 2\nGM 10 0 20 0 0 0 0 8 0\nGE 1\nGN 1\nEX 0 11 11 0 1 0\n"
-     "FR 0 1 0 0 28 0\nXQ\nEN\n"},
     {"Gedrehte und verschobene Kopien (GM mit Kopien)",
      "CM Reihe\nCE\nGW 1 11 0 0 -2.5 0 0 2.5 0.005\nGM 1 3 10 0 30 1.2 0 0\nGE 0\n"
      "LD 0 3 1 11 50 0 0\nEX 0 2 6 0 1 0\nFR 0 1 0 0 28 0\nXQ\nEN\n"},
-    {"Vier schräge Drähte im Kreis (GR)",
-     "CM Kreis\nCE\nGW 1 11 0.6 -0.3 -2.4 0.6 0.3 2.4 0.005\nGR 1 4\nGE 0\nEX 0 2 6 0 1 0\n"
-     "FR 0 1 0 0 28 0\nXQ\nEN\n"},
     {"Acht Spiegelbilder (GX 111, Last auf allen Segmenten)",
      "CM Spiegel\nCE\nGW 1 11 0.5 0.3 0.2 1.0 0.8 2.5 0.005\nGX 1 111\nGE 0\nLD 0 0 0 0 20 0 0\n"
      "EX 0 3 6 0 1 0\nFR 0 1 0 0 40 0\nXQ\nEN\n"},
     {"In Millimetern gezeichnet (GS, mit Bogen)",
      "CM mm\nCE\nGW 1 21 0 0 -2500 0 0 2500 5\nGA 2 12 1200 -40 40 5\nGS 0 0 0.001\nGE 0\n"
      "EX 0 1 11 0 1 0\nFR 0 1 0 0 28 0\nXQ\nEN\n"},
-    {"Rechtsgängige Wendel (GH)",
-     "CM Wendel\nCE\nGH 1 60 0.2 2 0.15 0.15 0.15 0.15 0.002 0\nGE 0\nEX 0 1 30 0 1 0\n"
-     "FR 0 1 0 0 30 0\nXQ\nEN\n"},
     {"Rechtsgängige Wendel über Boden mit Zuleitung (GH, GM)", axialRechts},
     // nec2c beginnt eine linksgängige Wendel bei (0, B1, 0) statt bei (A1, 0, 0):
     // im freien Raum nur gedreht, also gleiche Impedanz, aber andere Lagen.

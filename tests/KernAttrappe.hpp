@@ -68,6 +68,8 @@ class KernAttrappe final : public NECKern::Rechenkern {
     std::function<std::string(double start, int nummer)> fehler = [](double, int) { return std::string(); };
     // Frequenz im Bericht wie bei nec2c auf fünf Stellen gerundet.
     bool rundet = false;
+    // Warnungen jedes Laufs, wie sie ein Kern aus seinem Bericht liest.
+    std::vector<std::string> warnungen;
 
     // Kennung, unter der die Attrappe gewählt wird (etwa "nec2c" für die Gegenprobe).
     std::string kennungWert = "attrappe";
@@ -99,6 +101,7 @@ class KernAttrappe final : public NECKern::Rechenkern {
 
         NECKern::NECErgebnis e;
         e.kern = name();
+        e.warnungen = warnungen;
         for (int i = 0; i < lauf.anzahl; ++i) {
             double mhz = lauf.start + i * lauf.schritt;
             auto f = antwort(mhz, deck);

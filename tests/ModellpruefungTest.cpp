@@ -3,6 +3,7 @@
 
 #include <clocale>
 #include <cmath>
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -57,205 +58,129 @@ Modell deck(std::string_view text) {
     return Modell::lesen(text, "Test");
 }
 
-constexpr const char* gesund = "GW 1 11 0 0 -5 0 0 5 1mm\nGE 0\nEX 0 1 6 0 1 0\nFR 0 1 0 0 14.2 0\nEN\n";
-
 } // namespace
 
-// ---- Stufe und Befund ----
-
-TEST(Befund, StufeNurAusNullBisZwei) {
+TEST(Befund, StufeUndGespeicherteForm) {
     EXPECT_EQ(stufeAus(0), Stufe::hinweis);
-    EXPECT_EQ(stufeAus(1), Stufe::warnung);
     EXPECT_EQ(stufeAus(2), Stufe::fehler);
     EXPECT_EQ(stufeAus(3), std::nullopt);
     EXPECT_EQ(stufeAus(-1), std::nullopt);
-}
-
-TEST(Befund, GespeicherteFormMitStufeAlsZahl) {
     Befund b{Stufe::warnung, "Längstes Segment 0.060 λ"};
     EXPECT_EQ(ordered_json(b).dump(), R"({"stufe":1,"text":"Längstes Segment 0.060 λ"})");
     EXPECT_EQ(ordered_json(b).get<Befund>(), b);
-    EXPECT_EQ(b.id(), b.text);
-    try {
-        ordered_json::parse(R"({"stufe":3,"text":"x"})").get<Befund>();
-        FAIL();
-    } catch (const DatenFehler& f) {
-        EXPECT_STREQ(f.what(), "Befund: eine Stufe 3 gibt es nicht.");
-    }
+    EXPECT_THAT([] { (void)ordered_json::parse(R"({"stufe":3,"text":"x"})").get<Befund>(); },
+                testing::ThrowsMessage<DatenFehler>("Befund: eine Stufe 3 gibt es nicht."));
     EXPECT_THROW(ordered_json::parse(R"({"stufe":1})").get<Befund>(), DatenFehler);
 }
 
 // ---- Vorprüfung ----
 
-TEST(Vorpruefung, GesundesModellHatKeinenEinwand) {
-    EXPECT_EQ(MP::vorpruefen(deck(gesund)), std::nullopt);
-}
-
-TEST(Vorpruefung, ReihenfolgeDerKarten) {
-    struct Fall {
-        const char* deck;
-        const char* satz;
+TEST(Vorpruefung, ErsterGrundJeDeck) {
+    const std::string draht = "GW 1 11 0 0 -5 0 0 5 1mm\n", kurz = "GW 1 1 0 0 0 1 0 0 1mm\n";
+    const std::string ex = "EX 0 1 1 0 1 0\n", fr = "FR 0 1 0 0 14 0\n", rest = "GE 0\n" + ex + fr;
+    // Ein Draht mit Tag 4 vor dem Rest des Decks.
+    const auto tag4 = [](const char* gw) {
+        return std::string(gw) + "\nGE 0\nEX 0 4 1 0 1 0\nFR 0 1 0 0 14 0\n";
     };
-    const std::string kein = "";
-    for (const auto& f : std::initializer_list<Fall>{
-             {"GE 0\nEX 0 1 1 0 1 0\nFR 0 1 0 0 14 0\n", "Kein Draht: Füge eine Karte GW (Draht) hinzu."},
-             {"GW 1 1 0 0 0 1 0 0 1mm\nEX 0 1 1 0 1 0\nFR 0 1 0 0 14 0\n",
-              "Karte GE (Geometrie-Ende) fehlt – sie schliesst die Drähte ab."},
-             // GE vor „Keine Speisung“: die Geometrie wird zuerst geprüft
-             {"GW 1 1 0 0 0 1 0 0 1mm\nGE 0\nGS 0 0 1\n",
-              "Eine Geometriekarte (G…) steht nach GE – Drähte gehören vor die Karte GE."},
-             {"GW 1 1 0 0 0 1 0 0 1mm\nGE 0\nGM 0 0 0 0 0 0 0 0 0\nEX 0 1 1 0 1 0\nFR 0 1 0 0 14 0\n",
-              "Eine Geometriekarte (G…) steht nach GE – Drähte gehören vor die Karte GE."},
-             {"GW 1 1 0 0 0 1 0 0 1mm\nGE 0\nGW 2 1 0 0 0 1 0 0 1mm\nEX 0 1 1 0 1 0\nFR 0 1 0 0 14 0\n",
-              "Eine Geometriekarte (G…) steht nach GE – Drähte gehören vor die Karte GE."},
-             {"GW 1 1 0 0 0 1 0 0 1mm\nGE 0\nFR 0 1 0 0 14 0\n",
-              "Keine Speisung: Karte EX fehlt – ohne Speisung gibt es keine Impedanz."},
-             {"GW 1 1 0 0 0 1 0 0 1mm\nGE 0\nEX 0 1 1 0 1 0\n", "Karte FR (Frequenz) fehlt."},
-         }) {
-        EXPECT_EQ(MP::vorpruefen(deck(f.deck)), f.satz) << f.deck;
-    }
-    // GN, GD (Klippe, zweites Medium) und ein zweites GE nach GE sind erlaubt.
-    EXPECT_EQ(MP::vorpruefen(deck("GW 1 1 0 0 0 1 0 0 1mm\nGE 1\nGN 1\nGD 0 0 0 0 5 0.001 20 -10\nGE 0\n"
-                                  "EX 0 1 1 0 1 0\nFR 0 1 0 0 14 0\n")),
-              std::nullopt);
-}
-
-TEST(Vorpruefung, NurBogenUndWendelWerdenNichtGelesen) {
-    // Unlesbare Felder eines GA oder GH stören nicht; die Speisung darf einen erzeugten Tag nennen.
-    EXPECT_EQ(MP::vorpruefen(deck("GA foo 12 bar 0 180 1mm\nGE 0\nEX 0 9 1 0 1 0\nFR 0 1 0 0 14 0\n")),
-              std::nullopt);
-    EXPECT_EQ(MP::vorpruefen(deck("GH 1 40 quatsch\nGE 0\nEX 0 1 1 0 1 0\nFR 0 1 0 0 14 0\n")), std::nullopt);
-}
-
-TEST(Vorpruefung, DrahtFelder) {
-    struct Fall {
-        Karte gw;
-        const char* satz;
-    };
-    const auto gw = [](std::vector<std::string> ganz, std::vector<std::string> reell) {
-        return Karte("GW", std::move(ganz), std::move(reell));
-    };
-    const std::vector<std::string> gut{"0", "0", "0", "0", "0", "1", "1mm"};
-    for (const auto& f : std::initializer_list<Fall>{
-             {gw({"foo", "3"}, gut), "Draht: Feld nicht lesbar (Formel prüfen)."},
-             {gw({"1", "n"}, gut), "Draht: Feld nicht lesbar (Formel prüfen)."},
-             {gw({"1e30", "3"}, gut), "Draht: Feld nicht lesbar (Formel prüfen)."}, // passt in keine Ganzzahl
-             {gw({"4", "3"}, {"0", "0", "0", "0", "0", "1", "r"}),
-              "Draht (Tag 4): Feld nicht lesbar (Formel prüfen)."},
-             {gw({"4", "3"}, {"0", "1/0", "0", "0", "0", "1", "1mm"}),
-              "Draht (Tag 4): Feld nicht lesbar (Formel prüfen)."},
-             {gw({"4", "3"}, {"0/0", "0", "0", "0", "0", "1", "1mm"}),
-              "Draht (Tag 4): Feld nicht lesbar (Formel prüfen)."},
-             // unlesbare Felder vor zu wenigen Segmenten
-             {gw({"4", "0"}, {"x"}), "Draht (Tag 4): Feld nicht lesbar (Formel prüfen)."},
-             {gw({"4", "0"}, gut), "Draht (Tag 4) braucht mindestens 1 Segment."},
-             {gw({"-2", "-1"}, gut), "Draht (Tag -2) braucht mindestens 1 Segment."},
-             // leere und fehlende Felder zählen als 0
-             {gw({"4", ""}, gut), "Draht (Tag 4) braucht mindestens 1 Segment."},
-             {gw({}, {}), "Draht (Tag 0) braucht mindestens 1 Segment."},
-             {gw({"4", "3"}, {"1", "2", "3", "1", "2", "3", "1mm"}),
-              "Draht (Tag 4) hat die Länge 0 – Anfangs- und Endpunkt sind gleich."},
-             {gw({"4", "3"}, {"0", "0", "0", "0", "0", "1"}),
-              "Draht (Tag 4) braucht einen Radius grösser als 0."},
-             {gw({"4", "3"}, {"0", "0", "0", "0", "0", "1", "-1mm"}),
-              "Draht (Tag 4) braucht einen Radius grösser als 0."},
-         }) {
-        Modell m = deck("GE 0\nEX 0 4 1 0 1 0\nFR 0 1 0 0 14 0\n");
-        m.karten.insert(m.karten.begin(), f.gw);
-        EXPECT_EQ(MP::vorpruefen(m), f.satz) << f.gw.ganz.size() << " " << f.gw.reell.size();
-    }
-}
-
-TEST(Vorpruefung, FelderMitVariablenUndKaputterVariable) {
+    const std::string nachGE = "Eine Geometriekarte (G…) steht nach GE – Drähte gehören vor die Karte GE.";
+    const std::string unlesbar4 = "Draht (Tag 4): Feld nicht lesbar (Formel prüfen).";
+    const std::string radius4 = "Draht (Tag 4) braucht einen Radius grösser als 0.";
+    const std::string seg12 = "Speisung: Draht 1 hat 11 Segmente, Segment 12 gibt es nicht.";
+    const std::string tag7 = "Speisung auf Draht 7 – einen Draht mit diesem Tag gibt es nicht.";
+    const std::string frequenz = "Frequenz muss grösser als 0 MHz sein.";
     // Variablen vor der kaputten Formel bleiben lesbar, dahinter nicht.
-    const auto mit = [](const char* gwZeile) {
-        return deck(std::string("SY l=5, f=14\nSY kaputt=quatsch\nSY spaet=1\n") + gwZeile +
-                    "GE 0\nEX 0 1 1 0 1 0\nFR 0 1 0 0 f 0\n");
-    };
-    EXPECT_EQ(MP::vorpruefen(mit("GW 1 3 0 0 0 0 0 l 1mm\n")), std::nullopt);
-    EXPECT_EQ(MP::vorpruefen(mit("GW 1 3 0 0 0 0 0 spaet 1mm\n")),
-              "Draht (Tag 1): Feld nicht lesbar (Formel prüfen).");
-}
-
-TEST(Vorpruefung, GanzzahlfelderGerundetWieImRechendeck) {
-    // Der Kern bekommt 11.5 als 12 und -0.5 als -1; die Prüfung sieht dieselben Zahlen.
-    EXPECT_EQ(
-        MP::vorpruefen(deck("SY n=11\nGW 1 n 0 0 -5 0 0 5 1mm\nGE 0\nEX 0 1 n+0.5 0 1 0\nFR 0 1 0 0 14 0\n")),
-        "Speisung: Draht 1 hat 11 Segmente, Segment 12 gibt es nicht.");
-    EXPECT_EQ(MP::vorpruefen(deck("GW -0.5 0.5 0 0 -5 0 0 5 1mm\nGE 0\nEX 0 1 1 0 1 0\nFR 0 1 0 0 14 0\n")),
-              "Speisung auf Draht 1 – einen Draht mit diesem Tag gibt es nicht.");
-    EXPECT_EQ(
-        MP::vorpruefen(deck("SY l=c0/14/2\nGW 2*1 sqr(121) 0 0 -l/2 0 0 l/2 2mm/2\nGE 0\nEX 0 2 6 0 1 0\n"
-                            "FR 0 1 0 0 c0/l/2 0\n")),
-        std::nullopt);
-}
-
-TEST(Vorpruefung, Speisung) {
+    const std::string variablen = "SY l=5, f=14\nSY kaputt=quatsch\nSY spaet=1\n";
     struct Fall {
-        const char* karten;
+        std::string deck;
         std::optional<std::string> satz;
     };
-    const std::string draht = "GW 1 11 0 0 -5 0 0 5 1mm\n";
-    for (const auto& f : std::initializer_list<Fall>{
-             {"EX 0 1 12 0 1 0\n", "Speisung: Draht 1 hat 11 Segmente, Segment 12 gibt es nicht."},
-             {"EX 5 1 0 0 1 0\n", "Speisung: Draht 1 hat 11 Segmente, Segment 0 gibt es nicht."},
-             {"EX 0 1 11 0 1 0\n", std::nullopt},
-             {"EX 0 7 1 0 1 0\n", "Speisung auf Draht 7 – einen Draht mit diesem Tag gibt es nicht."},
-             {"EX 5 7 1 0 1 0\n", "Speisung auf Draht 7 – einen Draht mit diesem Tag gibt es nicht."},
-             // Stromquelle, Tag 0 und unlesbare Felder werden nicht geprüft
-             {"EX 1 7 1 0 1 0\n", std::nullopt},
-             {"EX 0 0 99 0 1 0\n", std::nullopt},
-             {"EX 0 7 x 0 1 0\n", std::nullopt},
-             {"EX typ 7 1 0 1 0\n", std::nullopt},
-             // Reihenfolge der EX-Karten zählt
-             {"EX 1 7 1 0 1 0\nEX 0 1 99 0 1 0\nEX 0 8 1 0 1 0\n",
-              "Speisung: Draht 1 hat 11 Segmente, Segment 99 gibt es nicht."},
-         }) {
-        EXPECT_EQ(MP::vorpruefen(deck(draht + "GE 0\n" + f.karten + "FR 0 1 0 0 14 0\n")), f.satz)
-            << f.karten;
-    }
-    // Ein späteres GW mit demselben Tag gilt.
-    EXPECT_EQ(
-        MP::vorpruefen(deck(draht + "GW 1 21 1 0 -5 1 0 5 1mm\nGE 0\nEX 0 1 15 0 1 0\nFR 0 1 0 0 14 0\n")),
-        std::nullopt);
+    const Fall faelle[] = {
+        {draht + rest, std::nullopt},
+        // Reihenfolge der Karten; die Geometrie wird vor der Speisung geprüft.
+        {"GE 0\n" + ex + fr, "Kein Draht: Füge eine Karte GW (Draht) hinzu."},
+        {kurz + ex + fr, "Karte GE (Geometrie-Ende) fehlt – sie schliesst die Drähte ab."},
+        {kurz + "GE 0\nGS 0 0 1\n", nachGE},
+        {kurz + "GE 0\n" + fr, "Keine Speisung: Karte EX fehlt – ohne Speisung gibt es keine Impedanz."},
+        {kurz + "GE 0\n" + ex, "Karte FR (Frequenz) fehlt."},
+        // GN, GD (Klippe, zweites Medium) und ein zweites GE nach GE sind erlaubt.
+        {kurz + "GE 1\nGN 1\nGD 0 0 0 0 5 0.001 20 -10\nGE 0\n" + ex + fr, std::nullopt},
+        // Unlesbare Felder eines GA stören nicht; die Speisung darf einen erzeugten Tag nennen.
+        {"GA foo 12 bar 0 180 1mm\nGE 0\nEX 0 9 1 0 1 0\n" + fr, std::nullopt},
+        // Drahtfelder: unlesbar vor zu wenigen Segmenten; fehlende Felder zählen als 0.
+        {tag4("GW foo 3 0 0 0 0 0 1 1mm"), "Draht: Feld nicht lesbar (Formel prüfen)."},
+        {tag4("GW 1e30 3 0 0 0 0 0 1 1mm"), "Draht: Feld nicht lesbar (Formel prüfen)."},
+        {tag4("GW 4 3 0 0 0 0 0 1 r"), unlesbar4},
+        {tag4("GW 4 3 0 1/0 0 0 0 1 1mm"), unlesbar4},
+        {tag4("GW 4 0 x"), unlesbar4},
+        {tag4("GW 4 0 0 0 0 0 0 1 1mm"), "Draht (Tag 4) braucht mindestens 1 Segment."},
+        {tag4("GW -2 -1 0 0 0 0 0 1 1mm"), "Draht (Tag -2) braucht mindestens 1 Segment."},
+        {tag4("GW"), "Draht (Tag 0) braucht mindestens 1 Segment."},
+        {tag4("GW 4 3 1 2 3 1 2 3 1mm"),
+         "Draht (Tag 4) hat die Länge 0 – Anfangs- und Endpunkt sind gleich."},
+        {tag4("GW 4 3 0 0 0 0 0 1"), radius4},
+        {tag4("GW 4 3 0 0 0 0 0 1 -1mm"), radius4},
+        {variablen + "GW 1 3 0 0 0 0 0 l 1mm\nGE 0\n" + ex + "FR 0 1 0 0 f 0\n", std::nullopt},
+        {variablen + "GW 1 3 0 0 0 0 0 spaet 1mm\nGE 0\n" + ex + fr,
+         "Draht (Tag 1): Feld nicht lesbar (Formel prüfen)."},
+        // Ganzzahlfelder gerundet wie im Rechendeck: 11.5 wird 12, -0.5 wird -1.
+        {"SY n=11\nGW 1 n 0 0 -5 0 0 5 1mm\nGE 0\nEX 0 1 n+0.5 0 1 0\n" + fr, seg12},
+        {"GW -0.5 0.5 0 0 -5 0 0 5 1mm\n" + rest,
+         "Speisung auf Draht 1 – einen Draht mit diesem Tag gibt es nicht."},
+        {"SY l=c0/14/2\nGW 2*1 sqr(121) 0 0 -l/2 0 0 l/2 2mm/2\nGE 0\nEX 0 2 6 0 1 0\nFR 0 1 0 0 c0/l/2 0\n",
+         std::nullopt},
+        // Speisung: nur Spannungsquellen (0 und 5) mit lesbaren Feldern und Tag über 0.
+        {draht + "GE 0\nEX 0 1 12 0 1 0\n" + fr, seg12},
+        {draht + "GE 0\nEX 5 1 0 0 1 0\n" + fr,
+         "Speisung: Draht 1 hat 11 Segmente, Segment 0 gibt es nicht."},
+        {draht + "GE 0\nEX 0 1 11 0 1 0\n" + fr, std::nullopt},
+        {draht + "GE 0\nEX 0 7 1 0 1 0\n" + fr, tag7},
+        {draht + "GE 0\nEX 1 7 1 0 1 0\n" + fr, std::nullopt},
+        {draht + "GE 0\nEX 0 0 99 0 1 0\n" + fr, std::nullopt},
+        {draht + "GE 0\nEX 0 7 x 0 1 0\n" + fr, std::nullopt},
+        {draht + "GE 0\nEX 1 7 1 0 1 0\nEX 0 1 99 0 1 0\nEX 0 8 1 0 1 0\n" + fr,
+         "Speisung: Draht 1 hat 11 Segmente, Segment 99 gibt es nicht."},
+        // Ein späteres GW mit demselben Tag gilt.
+        {draht + "GW 1 21 1 0 -5 1 0 5 1mm\nGE 0\nEX 0 1 15 0 1 0\n" + fr, std::nullopt},
+        // Drei Kopien mit Tag-Zuwachs 0: Tag 1 hat 44 Segmente.
+        {draht + "GM 0 3 0 0 0 1 0 0 0\nGE 0\nEX 0 1 44 0 1 0\n" + fr, std::nullopt},
+        {draht + "GM 0 3 0 0 0 1 0 0 0\nGE 0\nEX 0 1 45 0 1 0\n" + fr,
+         "Speisung: Draht 1 hat 44 Segmente, Segment 45 gibt es nicht."},
+        // Frequenz; die Speisung kommt vor ihr.
+        {draht + "GE 0\nEX 0 1 6 0 1 0\nFR 0 1 0 0 0 0\n", frequenz},
+        {draht + "GE 0\nEX 0 1 6 0 1 0\nFR 0 1 0 0\n", frequenz},
+        {draht + "GE 0\nEX 0 1 6 0 1 0\nFR 0 1 0 0 0.001 0\n", std::nullopt},
+        {draht + "GE 0\nEX 0 1 6 0 1 0\nFR 0 1 0 0 unbekannt 0\n", std::nullopt},
+        {draht + "GE 0\nEX 0 1 99 0 1 0\nFR 0 1 0 0 0 0\n",
+         "Speisung: Draht 1 hat 11 Segmente, Segment 99 gibt es nicht."},
+    };
+    for (const auto& f : faelle)
+        EXPECT_EQ(MP::vorpruefen(deck(f.deck)), f.satz) << f.deck;
 }
 
 TEST(Vorpruefung, ErzeugteTagsNurOhneTagKarten) {
-    // Mit einer Karte, die Tags erzeugt, darf die Speisung einen unbekannten Tag nennen …
+    // Mit einer Karte, die Tags erzeugt, darf die Speisung einen unbekannten Tag nennen, aber
+    // ein bekannter Draht wird weiter auf seine Segmentzahl geprüft.
     for (const char* karte : {"GM 1 1 0 0 0 1 0 0 0\n", "GR 1 4\n", "GX 1 100\n", "GA 5 12 0.5 0 180 1mm\n",
                               "GH 5 40 1 1 1 1 1 1 1mm 0\n"}) {
-        EXPECT_EQ(MP::vorpruefen(deck(std::string("GW 1 11 0 0 -5 0 0 5 1mm\n") + karte +
-                                      "GE 0\nEX 0 7 1 0 1 0\nFR 0 1 0 0 14 0\n")),
-                  std::nullopt)
-            << karte;
-        // … aber ein bekannter Draht wird weiter auf seine Segmentzahl geprüft.
-        EXPECT_EQ(MP::vorpruefen(deck(std::string("GW 1 11 0 0 -5 0 0 5 1mm\n") + karte +
-                                      "GE 0\nEX 0 1 12 0 1 0\nFR 0 1 0 0 14 0\n")),
-                  "Speisung: Draht 1 hat 11 Segmente, Segment 12 gibt es nicht.")
+        const auto mit = [&](const char* ex) {
+            return MP::vorpruefen(deck(std::string("GW 1 11 0 0 -5 0 0 5 1mm\n") + karte + "GE 0\n" + ex +
+                                       "FR 0 1 0 0 14 0\n"));
+        };
+        EXPECT_EQ(mit("EX 0 7 1 0 1 0\n"), std::nullopt) << karte;
+        EXPECT_EQ(mit("EX 0 1 12 0 1 0\n"), "Speisung: Draht 1 hat 11 Segmente, Segment 12 gibt es nicht.")
             << karte;
     }
 }
 
-TEST(Vorpruefung, KopienMitZuwachsNullVerlaengernDenTag) {
-    // Drei Kopien eines 11-Segment-Drahts mit Tag-Zuwachs 0: Tag 1 hat 44 Segmente.
-    const auto mit = [](const char* ex) {
-        return MP::vorpruefen(deck(std::string("GW 1 11 0 0 -5 0 0 5 1mm\nGM 0 3 0 0 0 1 0 0 0\nGE 0\n") +
-                                   ex + "FR 0 1 0 0 14 0\n"));
-    };
-    EXPECT_EQ(mit("EX 0 1 44 0 1 0\n"), std::nullopt);
-    EXPECT_EQ(mit("EX 0 1 45 0 1 0\n"), "Speisung: Draht 1 hat 44 Segmente, Segment 45 gibt es nicht.");
-}
-
 TEST(Vorpruefung, UmfangUndLageNachKopienUndSymmetrie) {
-    struct Fall {
-        std::string geometrie;
-        std::optional<std::string> satz;
-    };
     const std::string zuViele =
         " – so viele lassen sich in den 5 Minuten, die ein Lauf dauern darf, nicht rechnen; "
         "höchstens 12000 ";
     const std::string zuWeit = " – mehr als 100 km ist kein Antennenmass, Masse und Einheiten prüfen.";
-    const std::string rest = "GE 0\nEX 0 1 1 0 1 0\nFR 0 1 0 0 14 0\n";
+    struct Fall {
+        std::string geometrie;
+        std::optional<std::string> satz;
+    };
     const Fall faelle[] = {
         {"GW 1 1 0 0 0 0 0 1 1mm\nGM 0 1000000000 0 0 0 0 0 1 0\n",
          "Die Karte GM erzeugt mehr Drähte, als sich rechnen lassen – die Zahl der Kopien oder Segmente "
@@ -267,8 +192,7 @@ TEST(Vorpruefung, UmfangUndLageNachKopienUndSymmetrie) {
          "Das Modell hat 12001 Segmente" + zuViele + "Segmente verwenden."},
         {"GW 1 3500 1 0 0 1 0 350 1mm\nGR 1 12\n",
          "Das Modell hat 42000 Segmente – so viele lassen sich in den 5 Minuten, die ein Lauf dauern darf, "
-         "nicht "
-         "rechnen; höchstens 41569 Segmente verwenden (bei 12-facher Symmetrie)."},
+         "nicht rechnen; höchstens 41569 Segmente verwenden (bei 12-facher Symmetrie)."},
         {"SM 100 100 0 0 0 1 0 0\nSC 0 0 1 1 0\nGW 1 1 0 0 1 0 0 2 1mm\n",
          "Das Modell hat 1 Segment und 10000 Flächenstücke" + zuViele +
              "Unbekannte (Segmente plus zwei je Flächenstück) verwenden."},
@@ -285,46 +209,24 @@ TEST(Vorpruefung, UmfangUndLageNachKopienUndSymmetrie) {
         {"GW 1 3464 1 0 0 1 0 346 1mm\nGR 1 12\n", std::nullopt},
     };
     for (const auto& f : faelle) {
-        const auto m = deck(f.geometrie + rest);
+        const auto m = deck(f.geometrie + "GE 0\nEX 0 1 1 0 1 0\nFR 0 1 0 0 14 0\n");
         EXPECT_EQ(MP::umfangPruefen(m), f.satz) << f.geometrie;
         EXPECT_EQ(MP::vorpruefen(m), f.satz) << f.geometrie;
     }
 }
 
 TEST(Vorpruefung, LangeRechnungIstEinBefund) {
-    struct Fall {
-        const char* karten;
-        std::optional<Befund> befund;
+    const auto dauer = [](const char* gw, const char* fr) {
+        return MP::dauerBefund(deck(std::string(gw) + "GE 0\n" + fr));
     };
-    for (const auto& f : std::initializer_list<Fall>{
-             {"GW 1 3000 0 0 0 0 0 300 1mm\nGE 0\nFR 0 1 0 0 14 0\n", std::nullopt},
-             {"GW 1 4500 0 0 0 0 0 450 1mm\nGE 0\nFR 0 1 0 0 14 0\n",
-              Befund{Stufe::hinweis, "Das Modell hat 4500 Segmente – nec2c rechnet daran etwa 64 s."}},
-             {"GW 1 4500 0 0 0 0 0 450 1mm\nGE 0\nFR 0 6 0 0 14 1\n",
-              Befund{Stufe::warnung,
-                     "Das Modell hat 4500 Segmente – nec2c rechnet daran etwa 6 min (64 s je "
-                     "Frequenz), länger als die 5 Minuten, nach denen ein Lauf abbricht – weniger "
-                     "Frequenzen oder Segmente wählen."}},
-         })
-        EXPECT_EQ(MP::dauerBefund(deck(f.karten)), f.befund) << f.karten;
-}
-
-TEST(Vorpruefung, Frequenz) {
-    const auto mitFR = [](Karte fr) {
-        Modell m = deck("GW 1 11 0 0 -5 0 0 5 1mm\nGE 0\nEX 0 1 6 0 1 0\n");
-        m.karten.push_back(std::move(fr));
-        return MP::vorpruefen(m);
-    };
-    const std::string satz = "Frequenz muss grösser als 0 MHz sein.";
-    EXPECT_EQ(mitFR(Karte("FR", {"0", "1", "0", "0"}, {"0", "0"})), satz);
-    EXPECT_EQ(mitFR(Karte("FR", {"0", "1", "0", "0"}, {"-1", "0"})), satz);
-    EXPECT_EQ(mitFR(Karte("FR", {"0", "1", "0", "0"}, {})), satz);
-    EXPECT_EQ(mitFR(Karte("FR", {"0", "1", "0", "0"}, {""})), satz);
-    EXPECT_EQ(mitFR(Karte("FR", {"0", "1", "0", "0"}, {"0.001"})), std::nullopt);
-    EXPECT_EQ(mitFR(Karte("FR", {"0", "1", "0", "0"}, {"unbekannt"})), std::nullopt);
-    // Die Speisung kommt vor der Frequenz.
-    EXPECT_EQ(MP::vorpruefen(deck("GW 1 11 0 0 -5 0 0 5 1mm\nGE 0\nEX 0 1 99 0 1 0\nFR 0 1 0 0 0 0\n")),
-              "Speisung: Draht 1 hat 11 Segmente, Segment 99 gibt es nicht.");
+    EXPECT_EQ(dauer("GW 1 3000 0 0 0 0 0 300 1mm\n", "FR 0 1 0 0 14 0\n"), std::nullopt);
+    EXPECT_EQ(dauer("GW 1 4500 0 0 0 0 0 450 1mm\n", "FR 0 1 0 0 14 0\n"),
+              (Befund{Stufe::hinweis, "Das Modell hat 4500 Segmente – nec2c rechnet daran etwa 64 s."}));
+    EXPECT_EQ(
+        dauer("GW 1 4500 0 0 0 0 0 450 1mm\n", "FR 0 6 0 0 14 1\n"),
+        (Befund{Stufe::warnung, "Das Modell hat 4500 Segmente – nec2c rechnet daran etwa 6 min (64 s je "
+                                "Frequenz), länger als die 5 Minuten, nach denen ein Lauf abbricht – "
+                                "weniger Frequenzen oder Segmente wählen."}));
 }
 
 // ---- Befunde nach dem Rechnen ----
@@ -333,98 +235,56 @@ TEST(Pruefen, OhneSegmenteOderFrequenzKeineBefunde) {
     const std::vector<Segment> eins{segment(1, 1, {0, 0, 0}, 1, 0.1)};
     EXPECT_TRUE(MP::pruefen({}, 14).empty());
     EXPECT_TRUE(MP::pruefen(eins, 0).empty());
-    EXPECT_TRUE(MP::pruefen(eins, -1).empty());
     EXPECT_TRUE(MP::pruefen(eins, std::nan("")).empty());
 }
 
-TEST(Pruefen, GrenzenDerSegmentlaenge) {
-    struct Fall {
-        double laenge;
-        std::optional<Befund> laengster, kuerzester;
-    };
-    const double etwasUeber01 = std::nextafter(0.1, 1.0);
-    for (const auto& f : std::initializer_list<Fall>{
-             {0.05, {}, {}},
-             {std::nextafter(0.05, 1.0),
-              Befund{Stufe::warnung,
-                     "Längstes Segment 0.050 λ – für genaue Impedanzen unter 0,05 λ bleiben."},
-              {}},
-             {0.1,
-              Befund{Stufe::warnung,
-                     "Längstes Segment 0.100 λ – für genaue Impedanzen unter 0,05 λ bleiben."},
-              {}},
-             {etwasUeber01,
-              Befund{Stufe::fehler,
-                     "Segment bis 0.100 λ lang – NEC verlangt unter 0,1 λ (besser unter 0,05 λ). "
-                     "Mehr Segmente."},
-              {}},
-             {0.001, {}, {}},
-             {std::nextafter(0.001, 0.0),
-              {},
-              Befund{Stufe::warnung,
-                     "Kürzestes Segment 0.00100 λ – unter 0,001 λ wird NEC numerisch ungenau."}},
-         }) {
-        const std::vector<Segment> s{segment(1, 1, {0, 0, 0}, f.laenge, 0)};
-        const auto b = MP::pruefen(s, einMeter);
-        EXPECT_EQ(befundMit(b, "Längstes"),
-                  f.laengster && f.laengster->stufe == Stufe::warnung ? f.laengster : std::nullopt);
-        EXPECT_EQ(befundMit(b, "Segment bis"),
-                  f.laengster && f.laengster->stufe == Stufe::fehler ? f.laengster : std::nullopt);
-        EXPECT_EQ(befundMit(b, "Kürzestes"), f.kuerzester) << f.laenge;
-    }
-}
-
-TEST(Pruefen, LaengeZuRadiusNurUeberPositiveRadien) {
+TEST(Pruefen, GrenzenVonLaengeVerhaeltnisUndRadius) {
+    const auto ueber = [](double x) { return std::nextafter(x, 1.0); };
+    const auto unter = [](double x) { return std::nextafter(x, 0.0); };
+    const auto warnung = [](std::string t) { return Befund{Stufe::warnung, std::move(t)}; };
+    const std::string ungenau = " λ – für genaue Impedanzen unter 0,05 λ bleiben.";
+    const std::string abweichend = " × Radius – unter 8 weicht die Impedanz ab.";
+    const std::string dick =
+        " λ): verschiedene Rechenkerne weichen beim Blindanteil um einige Ω ab – Ergebnis "
+        "mit einem zweiten Kern vergleichen.";
     struct Fall {
         double laenge, radius;
+        const char* anfang;
         std::optional<Befund> befund;
     };
-    for (const auto& f : std::initializer_list<Fall>{
-             {0.008, 0.001, {}},
-             {std::nextafter(0.008, 0.0), 0.001,
-              Befund{Stufe::warnung, "Segmentlänge 8.0 × Radius – unter 8 weicht die Impedanz ab."}},
-             {0.002, 0.001,
-              Befund{Stufe::warnung, "Segmentlänge 2.0 × Radius – unter 8 weicht die Impedanz ab."}},
-             {std::nextafter(0.002, 0.0), 0.001,
-              Befund{Stufe::fehler,
-                     "Segmentlänge nur 2.0 × Radius – Dünndraht-Näherung ungültig (mindestens 2, "
-                     "besser über 8)."}},
-         }) {
-        // Ein zweites Segment mit Radius 0 oder negativ zählt nicht mit.
-        const std::vector<Segment> s{segment(1, 1, {0, 0, 0}, f.laenge, f.radius),
-                                     segment(2, 1, {1, 0, 0}, 0.01, 0), segment(3, 1, {2, 0, 0}, 0.01, -1)};
-        const auto b = MP::pruefen(s, einMeter);
-        EXPECT_EQ(befundMit(b, "Segmentlänge"), f.befund) << f.laenge;
-    }
-    const std::vector<Segment> ohneRadius{segment(1, 1, {0, 0, 0}, 0.01, 0)};
-    EXPECT_EQ(befundMit(MP::pruefen(ohneRadius, einMeter), "Segmentlänge"), std::nullopt);
-}
-
-TEST(Pruefen, GrenzenDesRadius) {
-    struct Fall {
-        double radius;
-        std::optional<Befund> befund;
+    const Fall faelle[] = {
+        {0.05, 0, "Längstes", {}},
+        {ueber(0.05), 0, "Längstes", warnung("Längstes Segment 0.050" + ungenau)},
+        {0.1, 0, "Längstes", warnung("Längstes Segment 0.100" + ungenau)},
+        {ueber(0.1), 0, "Segment bis",
+         Befund{Stufe::fehler,
+                "Segment bis 0.100 λ lang – NEC verlangt unter 0,1 λ (besser unter 0,05 λ). Mehr Segmente."}},
+        {0.001, 0, "Kürzestes", {}},
+        {unter(0.001), 0, "Kürzestes",
+         warnung("Kürzestes Segment 0.00100 λ – unter 0,001 λ wird NEC numerisch ungenau.")},
+        {0.008, 0.001, "Segmentlänge", {}},
+        {unter(0.008), 0.001, "Segmentlänge", warnung("Segmentlänge 8.0" + abweichend)},
+        {0.002, 0.001, "Segmentlänge", warnung("Segmentlänge 2.0" + abweichend)},
+        {unter(0.002), 0.001, "Segmentlänge",
+         Befund{Stufe::fehler, "Segmentlänge nur 2.0 × Radius – Dünndraht-Näherung ungültig (mindestens 2, "
+                               "besser über 8)."}},
+        {0.04, 0.002, "Dicker", {}},
+        {0.04, ueber(0.002), "Dicker", Befund{Stufe::hinweis, "Dicker Draht (0.0020" + dick}},
+        {0.04, 0.01, "Dicker", Befund{Stufe::hinweis, "Dicker Draht (0.0100" + dick}},
+        {0.04, ueber(0.01), "Drahtradius",
+         warnung("Drahtradius 0.0100 λ – über 0,01 λ ist das Dünndrahtmodell grob.")},
     };
-    const std::string dick =
-        " λ): verschiedene Rechenkerne weichen beim Blindanteil um einige Ω ab – Ergebnis mit "
-        "einem zweiten Kern vergleichen.";
-    for (const auto& f : std::initializer_list<Fall>{
-             {0.002, {}},
-             {std::nextafter(0.002, 1.0), Befund{Stufe::hinweis, "Dicker Draht (0.0020" + dick}},
-             {0.01, Befund{Stufe::hinweis, "Dicker Draht (0.0100" + dick}},
-             {std::nextafter(0.01, 1.0),
-              Befund{Stufe::warnung, "Drahtradius 0.0100 λ – über 0,01 λ ist das Dünndrahtmodell grob."}},
-         }) {
-        const std::vector<Segment> s{segment(1, 1, {0, 0, 0}, 0.04, f.radius / 100),
-                                     segment(2, 1, {1, 0, 0}, 0.04, f.radius)};
-        const auto b = MP::pruefen(s, einMeter);
-        const auto gefunden = befundMit(b, "Dicker") ? befundMit(b, "Dicker") : befundMit(b, "Drahtradius");
-        EXPECT_EQ(gefunden, f.befund) << f.radius;
+    for (const auto& f : faelle) {
+        // Vorn zwei Segmente mit Radius 0 und negativ: sie zählen beim Verhältnis nicht mit, und
+        // ein späteres Segment ersetzt den grössten oder kleinsten Wert.
+        const std::vector<Segment> s{segment(1, 1, {1, 0, 0}, 0.01, 0), segment(2, 1, {2, 0, 0}, 0.01, -1),
+                                     segment(3, 1, {0, 0, 0}, f.laenge, f.radius)};
+        EXPECT_EQ(befundMit(MP::pruefen(s, einMeter), f.anfang), f.befund) << f.anfang << " " << f.laenge;
     }
 }
 
-TEST(Pruefen, ReihenfolgeDerBefundeUndZahlenMitPunkt) {
-    // Zu langes Segment, dicker Draht, kurzes Verhältnis zum Radius und ein Längensprung 10.
+TEST(Pruefen, ReihenfolgeDerBefundeUndZahlenMitPunktAuchUnterDeutschemGebietsschema) {
+    // Zu langes Segment, kurzes Verhältnis zum Radius, dicker Draht und ein Längensprung 10.
     auto s = drahtX(1, 1, -0.5, 0.5, 1, 0, 0.02);
     auto kurz = drahtX(2, 2, 0, 0.05, 1, 0, 0.01);
     s.insert(s.end(), kurz.begin(), kurz.end());
@@ -439,16 +299,11 @@ TEST(Pruefen, ReihenfolgeDerBefundeUndZahlenMitPunkt) {
          "An einer Verbindung sind Segmente 10.0-mal so lang wie ihr Nachbar – höchstens etwa 5, "
          "besser gleich lang."},
     };
-    EXPECT_EQ(MP::pruefen(s, einMeter), erwartet);
-}
-
-TEST(Pruefen, ZahlenMitPunktAuchUnterDeutschemGebietsschema) {
-    const std::vector<Segment> s{segment(1, 1, {0, 0, 0}, 0.0625, 0)};
-    if (std::setlocale(LC_ALL, "de_DE.UTF-8") == nullptr) GTEST_SKIP() << "Umgebung de_DE.UTF-8 fehlt";
-    const auto b = MP::pruefen(s, einMeter);
+    const bool deutsch = std::setlocale(LC_ALL, "de_DE.UTF-8") != nullptr;
+    const auto befunde = MP::pruefen(s, einMeter);
     std::setlocale(LC_ALL, "C");
-    ASSERT_EQ(b.size(), 1u);
-    EXPECT_EQ(b[0].text, "Längstes Segment 0.062 λ – für genaue Impedanzen unter 0,05 λ bleiben.");
+    EXPECT_EQ(befunde, erwartet);
+    if (!deutsch) GTEST_SKIP() << "Umgebung de_DE.UTF-8 fehlt";
 }
 
 TEST(Pruefen, LaengensprungAnDerToleranzgrenze) {
@@ -459,7 +314,6 @@ TEST(Pruefen, LaengensprungAnDerToleranzgrenze) {
     };
     EXPECT_EQ(sprung(301), 1.0);                        // Abstand genau t: berührt nicht
     EXPECT_EQ(sprung(std::nextafter(301.0, 0.0)), 6.0); // knapp darunter: Verhältnis 6
-    EXPECT_EQ(sprung(300), 6.0);
     // Verhältnis genau 5: keine Warnung.
     std::vector<Segment> fuenf{segment(1, 1, {-0.0625, 0, 0}, 0.125, 0),
                                segment(2, 2, {0.3125, 0, 0}, 0.625, 0)};
@@ -491,99 +345,90 @@ TEST(Pruefen, EndeAufDerMitteEinesAnderenDrahts) {
     EXPECT_TRUE(pruefe(0.0006, 0.0003).empty());
 }
 
-TEST(Pruefen, ErsteStelleNenntDasErsteSegmentInListenfolge) {
-    // Zwei Drähte treffen sich bei x = 2, ein dritter endet frei genau dort. Draht 5
-    // steht in der Liste vorn, liegt aber nur rechts der Stelle.
-    std::vector<Segment> s{segment(1, 5, {2.5, 0, 0}, 1, 0), segment(2, 6, {1.5, 0, 0}, 1, 0),
-                           segment(3, 7, {2, 0.5, 0}, 1, 0, 0, -90)};
-    s[2].nachher = 0;
-    const auto b = MP::verbindungenPruefen(s);
-    ASSERT_EQ(b.size(), 1u);
-    EXPECT_THAT(b[0].text,
-                testing::StartsWith("Draht 7 endet auf Draht 5, ist dort aber nicht verbunden (1 "));
-}
-
-TEST(Pruefen, FreieEndenZaehlenUndNachbarnUeberspringen) {
+TEST(Pruefen, FreieEndenZaehlenNachbarnUeberspringenUndErsteStelleInListenfolge) {
     // Ein Draht aus zwei Segmenten: seine freien Enden liegen auf ihm selbst, zählen aber nicht.
-    auto s = drahtX(1, 1, 0, 1, 2);
-    EXPECT_TRUE(MP::verbindungenPruefen(s).empty());
+    EXPECT_TRUE(MP::verbindungenPruefen(drahtX(1, 1, 0, 1, 2)).empty());
     // Ein Draht, der mit beiden Enden auf Draht 7 liegt (Abstand 0): zwei Stellen.
-    auto sieben = drahtX(10, 7, -1, 3, 3);
-    auto drei = drahtX(20, 3, 0, 1, 1, 0);
-    std::vector<Segment> alle = drei;
+    const auto sieben = drahtX(10, 7, -1, 3, 3);
+    auto alle = drahtX(20, 3, 0, 1, 1, 0);
     alle.insert(alle.end(), sieben.begin(), sieben.end());
     auto b = MP::verbindungenPruefen(alle);
     ASSERT_EQ(b.size(), 1u);
     EXPECT_THAT(b[0].text, testing::StartsWith(
                                "Draht 3 endet auf Draht 7, ist dort aber nicht verbunden (2 Stelle(n))"));
+    // Verbundene Enden (vorher/nachher ≠ 0 oder unbekannt) sind nicht frei.
+    auto verbunden = alle;
+    verbunden[0].vorher = 11;
+    verbunden[0].nachher.reset();
+    EXPECT_TRUE(MP::verbindungenPruefen(verbunden).empty());
     // Segmente der Länge 0 zählen nicht.
     for (auto& g : alle)
         if (g.tag == 7) g.laenge = 0;
     EXPECT_TRUE(MP::verbindungenPruefen(alle).empty());
-    // Verbundene Enden (vorher/nachher ≠ 0 oder unbekannt) sind nicht frei.
-    alle = drei;
-    alle.insert(alle.end(), sieben.begin(), sieben.end());
-    alle[0].vorher = 11;
-    alle[0].nachher.reset();
-    EXPECT_TRUE(MP::verbindungenPruefen(alle).empty());
+
+    // Zwei Drähte treffen sich bei x = 2, ein dritter endet frei genau dort. Draht 5
+    // steht in der Liste vorn, liegt aber nur rechts der Stelle.
+    std::vector<Segment> s{segment(1, 5, {2.5, 0, 0}, 1, 0), segment(2, 6, {1.5, 0, 0}, 1, 0),
+                           segment(3, 7, {2, 0.5, 0}, 1, 0, 0, -90)};
+    s[2].nachher = 0;
+    b = MP::verbindungenPruefen(s);
+    ASSERT_EQ(b.size(), 1u);
+    EXPECT_THAT(b[0].text,
+                testing::StartsWith("Draht 7 endet auf Draht 5, ist dort aber nicht verbunden (1 "));
 }
 
 TEST(BodenPruefen, UntereEndenGegenMikrometer) {
-    const auto boden = [](double z, double alpha, double laenge) {
-        const std::vector<Segment> s{segment(1, 1, {0, 0, z}, laenge, 0.001, alpha)};
-        return MP::bodenPruefen(s, true);
+    const auto boden = [](double z, double alpha) {
+        const std::vector<Segment> s{segment(1, 1, {0, 0, z}, 1, 0.001, alpha)};
+        return MP::bodenPruefen(s, true).size();
     };
-    const std::vector<Befund> eins{
-        {Stufe::fehler, "1 Segment(e) liegen unter der Erdoberfläche (z < 0) – über Boden nicht zulässig."}};
-    EXPECT_TRUE(boden(-0.5e-6, 0, 1).empty());
-    EXPECT_TRUE(boden(-1e-6, 0, 1).empty());
-    EXPECT_EQ(boden(-2e-6, 0, 1), eins);
+    EXPECT_EQ(boden(-1e-6, 0), 0u);
+    EXPECT_EQ(boden(-2e-6, 0), 1u);
     // Senkrecht: das untere Ende zählt, gleich ob alpha 90 oder -90.
-    EXPECT_TRUE(boden(0.5, 90, 1).empty());
-    EXPECT_EQ(boden(0.49, 90, 1), eins);
-    EXPECT_EQ(boden(0.49, -90, 1), eins);
+    EXPECT_EQ(boden(0.5, 90), 0u);
+    EXPECT_EQ(boden(0.49, 90), 1u);
+    EXPECT_EQ(boden(0.49, -90), 1u);
     const std::vector<Segment> drei{segment(1, 1, {0, 0, -1}, 1, 0), segment(2, 1, {0, 0, 1}, 1, 0),
                                     segment(3, 1, {0, 0, -3}, 1, 0)};
-    EXPECT_EQ(MP::bodenPruefen(drei, true)[0].text.substr(0, 2), "2 ");
+    EXPECT_EQ(MP::bodenPruefen(drei, true),
+              (std::vector<Befund>{{Stufe::fehler, "2 Segment(e) liegen unter der Erdoberfläche (z < 0) – "
+                                                   "über Boden nicht zulässig."}}));
     EXPECT_TRUE(MP::bodenPruefen(drei, false).empty());
 }
 
 // ---- Meldungen des Kerns ----
 
 TEST(NecMeldung, UeberschriftNachStichwort) {
+    const std::string draehte = "Fehler in den Drähten (Lage, Verbindung, Segmente). NEC meldet: ";
+    const std::string leitung = "Fehler bei Leitung oder Netzwerk (TL/NT). NEC meldet: ";
+    const std::string nicht = "NEC hat das Modell nicht gerechnet. NEC meldet: ";
     struct Fall {
         const char* text;
-        const char* erwartet;
+        std::string erwartet;
     };
-    for (const auto& f : std::initializer_list<Fall>{
-             {"NO SEGMENT HAS AN ITAG OF 9",
-              "Fehler in den Drähten (Lage, Verbindung, Segmente). NEC meldet: NO SEGMENT HAS AN ITAG OF 9"},
-             {"\n  GEOMETRY DATA CARD ERROR \n",
-              "Fehler in den Drähten (Lage, Verbindung, Segmente). NEC meldet: GEOMETRY DATA CARD ERROR"},
-             {"error in excitation", "Fehler bei der Speisung (EX). NEC meldet: error in excitation"},
-             {"voltage Source", "Fehler bei der Speisung (EX). NEC meldet: voltage Source"},
-             {"LOADING ERROR", "Fehler bei einer Last (LD). NEC meldet: LOADING ERROR"},
-             {"transmission line", "Fehler bei Leitung oder Netzwerk (TL/NT). NEC meldet: transmission line"},
-             {"NETWORK DATA", "Fehler bei Leitung oder Netzwerk (TL/NT). NEC meldet: NETWORK DATA"},
-             {"ground parameters", "Fehler beim Boden (GN). NEC meldet: ground parameters"},
-             {"memory allocation failed",
-              "Das Modell ist ungültig oder zu gross. NEC meldet: memory allocation failed"},
-             // Reihenfolge der Tabelle: SEGMENT vor LOAD
-             {"LOAD ON SEGMENT 3",
-              "Fehler in den Drähten (Lage, Verbindung, Segmente). NEC meldet: LOAD ON SEGMENT 3"},
-             {"", "NEC hat das Modell nicht gerechnet. NEC meldet: "},
-             {" \t\n", "NEC hat das Modell nicht gerechnet. NEC meldet: "},
-             {"PIVOT(0) = 0", "NEC hat das Modell nicht gerechnet. NEC meldet: PIVOT(0) = 0"},
-             // Unicode-Grossschreibung: das lange s wird zu S
-             {"ſegment", "Fehler in den Drähten (Lage, Verbindung, Segmente). NEC meldet: ſegment"},
-             {"\u00a0kaputt\u2003", "NEC hat das Modell nicht gerechnet. NEC meldet: kaputt"},
-             {"a\xff", "NEC hat das Modell nicht gerechnet. NEC meldet: a\xef\xbf\xbd"},
-         }) {
+    const Fall faelle[] = {
+        {"NO SEGMENT HAS AN ITAG OF 9", draehte + "NO SEGMENT HAS AN ITAG OF 9"},
+        {"\n  GEOMETRY DATA CARD ERROR \n", draehte + "GEOMETRY DATA CARD ERROR"},
+        {"error in excitation", "Fehler bei der Speisung (EX). NEC meldet: error in excitation"},
+        {"voltage Source", "Fehler bei der Speisung (EX). NEC meldet: voltage Source"},
+        {"LOADING ERROR", "Fehler bei einer Last (LD). NEC meldet: LOADING ERROR"},
+        {"transmission line", leitung + "transmission line"},
+        {"NETWORK DATA", leitung + "NETWORK DATA"},
+        {"ground parameters", "Fehler beim Boden (GN). NEC meldet: ground parameters"},
+        {"memory allocation failed",
+         "Das Modell ist ungültig oder zu gross. NEC meldet: memory allocation failed"},
+        // Reihenfolge der Tabelle: SEGMENT vor LOAD
+        {"LOAD ON SEGMENT 3", draehte + "LOAD ON SEGMENT 3"},
+        {" \t\n", nicht},
+        {"PIVOT(0) = 0", nicht + "PIVOT(0) = 0"},
+        // Unicode-Grossschreibung: das lange s wird zu S
+        {"ſegment", draehte + "ſegment"},
+        {"\u00a0kaputt\u2003", nicht + "kaputt"},
+        {"a\xff", nicht + "a\xef\xbf\xbd"},
+    };
+    for (const auto& f : faelle)
         EXPECT_EQ(MP::necMeldung(f.text), f.erwartet) << f.text;
-    }
 }
-
-// ---- Neue Karten ----
 
 TEST(NecMeldung, AbgelehnterLaufOhneFrequenzOderOhneImpedanzMitFehler) {
     const auto lauf = [](std::vector<std::optional<Komplex>> impedanzen, std::vector<std::string> warnungen) {
@@ -607,6 +452,8 @@ TEST(NecMeldung, AbgelehnterLaufOhneFrequenzOderOhneImpedanzMitFehler) {
     EXPECT_EQ(lauf({std::nullopt, Komplex{50, 0}}, {last}), std::nullopt);
 }
 
+// ---- Neue Karten ----
+
 TEST(NeueKarte, VorgabenJeTyp) {
     const Modell m = deck("GW 3 5 0 0 0 0 0 1 1mm\nGA 7 12 0.5 0 180 1mm\nGW x 5 0 0 0 0 0 1 1mm\nGE 0\n");
     struct Fall {
@@ -618,36 +465,23 @@ TEST(NeueKarte, VorgabenJeTyp) {
              {"gw", {"8", "11"}, {"4", "-0.5", "1", "4", "0.5", "1", "1mm"}},
              {"GA", {"8", "12"}, {"0.5", "0", "180", "1mm"}},
              {"GH", {"8", "40"}, {"0.05", "0.5", "0.05", "0.05", "0.05", "0.05", "1mm", "0"}},
-             {"GE", {"0"}, {}},
-             {"GN", {"2", "0", "0", "0"}, {"13", "0.005"}},
-             {"LD", {"5", "0", "0", "0"}, {"5.8e7"}},
-             {"FR", {"0", "1", "0", "0"}, {"14.2", "0"}},
-             {"RP", {"0", "19", "37", "1000"}, {"0", "0", "5", "5"}},
              {"EX", {"0", "3", "3", "0"}, {"1", "0"}},
-             {"GS", {"0", "0"}, {"1"}},
-             {"GR", {"0", "1"}, {}},
              {"XQ", {"0"}, {}},
              {"EN", {}, {}},
          }) {
         const Karte k = MP::neueKarte(f.typ, m);
-        EXPECT_EQ(k.typ, Karte(f.typ, {}, {}).typ);
         EXPECT_EQ(k.ganz, f.ganz) << f.typ;
         EXPECT_EQ(k.reell, f.reell) << f.typ;
     }
-    EXPECT_NE(MP::neueKarte("GW", m).id, MP::neueKarte("GW", m).id);
-}
-
-TEST(NeueKarte, OhneDrahtTagEinsUndSpeisungAufTagEins) {
-    const Modell leer;
-    EXPECT_EQ(MP::neueKarte("GW", leer).ganz, (std::vector<std::string>{"1", "11"}));
-    EXPECT_EQ(MP::neueKarte("GW", leer).reell[0], "1");
-    EXPECT_EQ(MP::neueKarte("EX", leer).ganz, (std::vector<std::string>{"0", "1", "1", "0"}));
-    // Der erste Draht zählt, auch wenn er unlesbar ist; Segmentmitte bei gerader Zahl nach unten.
-    EXPECT_EQ(MP::neueKarte("EX", deck("GW foo 5\nGW 2 5\n")).ganz,
-              (std::vector<std::string>{"0", "1", "1", "0"}));
-    EXPECT_EQ(MP::neueKarte("EX", deck("GW 4 10\n")).ganz, (std::vector<std::string>{"0", "4", "5", "0"}));
-    EXPECT_EQ(MP::neueKarte("EX", deck("GW 4 n\n")).ganz, (std::vector<std::string>{"0", "4", "1", "0"}));
-    // Negative Tags: der nächste ist trotzdem 1.
+    const auto ex = [](const char* text) { return MP::neueKarte("EX", deck(text)).ganz; };
+    using Felder = std::vector<std::string>;
+    // Ohne Draht Tag 1; der erste Draht zählt, auch wenn er unlesbar ist; Segmentmitte bei
+    // gerader Zahl nach unten; negative Tags: der nächste ist trotzdem 1.
+    EXPECT_EQ(MP::neueKarte("GW", Modell{}).ganz, (Felder{"1", "11"}));
+    EXPECT_EQ(ex(""), (Felder{"0", "1", "1", "0"}));
+    EXPECT_EQ(ex("GW foo 5\nGW 2 5\n"), (Felder{"0", "1", "1", "0"}));
+    EXPECT_EQ(ex("GW 4 10\n"), (Felder{"0", "4", "5", "0"}));
+    EXPECT_EQ(ex("GW 4 n\n"), (Felder{"0", "4", "1", "0"}));
     EXPECT_EQ(MP::neueKarte("GH", deck("GW -3 5\n")).ganz[0], "1");
 }
 
@@ -728,111 +562,90 @@ class Zufallsmodell {
     explicit Zufallsmodell(std::uint64_t saat) : zufall_(saat) {}
 
     std::vector<Segment> erzeugen() {
-        s_.clear();
         massstab_ = std::pow(10.0, gleich(-3, 3));
         if (ganz(3) == 0) {
             massstab_ = std::ldexp(1.0, static_cast<int>(ganz(12)) - 6); // Zweierpotenz: Gitterpunkte genau
-            gitter();
+            for (int i = 5 + static_cast<int>(ganz(60)); i > 0; --i)
+                gitterkante();
         } else {
-            const int draehte = 1 + static_cast<int>(ganz(12));
-            for (int i = 0; i < draehte; ++i)
+            for (int i = 1 + static_cast<int>(ganz(12)); i > 0; --i)
                 draht();
         }
-        const int grenzfaelle = static_cast<int>(ganz(12));
-        for (int i = 0; i < grenzfaelle && !s_.empty(); ++i)
+        for (int i = static_cast<int>(ganz(12)); i > 0 && !s_.empty(); --i)
             ganz(2) == 0 ? sprungGrenze() : endeGrenze();
-        const int sonderfaelle = static_cast<int>(ganz(4));
-        for (int i = 0; i < sonderfaelle && !s_.empty(); ++i)
+        for (int i = static_cast<int>(ganz(4)); i > 0 && !s_.empty(); --i)
             sonderfall();
         return s_;
     }
 
   private:
+    using Verbindung = std::optional<std::int64_t>;
+
     double gleich(double a, double b) { return std::uniform_real_distribution<double>(a, b)(zufall_); }
     std::uint64_t ganz(std::uint64_t n) { return zufall_() % n; }
-
-    Punkt3 punkt() {
-        // Auf einem groben Gitter, damit sich Enden oft genau treffen.
-        const auto k = [&] {
-            return ganz(3) == 0 ? std::round(gleich(0, 4)) * massstab_ : gleich(0, 4) * massstab_;
-        };
-        return {k(), k(), k()};
-    }
+    std::int64_t tag(std::uint64_t n) { return static_cast<std::int64_t>(ganz(n)) + 1; }
+    const Segment& irgendeins() { return s_[ganz(s_.size())]; }
+    Punkt3 irgendeinEnde(const Segment& g) { return ganz(2) == 0 ? g.enden().first : g.enden().second; }
 
     Segment zwischen(const Punkt3& p, const Punkt3& q, std::int64_t tag, double radius) {
         const double dx = q[0] - p[0], dy = q[1] - p[1], dz = q[2] - p[2];
         const double l = std::sqrt(dx * dx + dy * dy + dz * dz);
-        Segment g;
-        g.nummer = static_cast<std::int64_t>(s_.size()) + 1;
-        g.tag = tag;
-        g.x = (p[0] + q[0]) / 2;
-        g.y = (p[1] + q[1]) / 2;
-        g.z = (p[2] + q[2]) / 2;
-        g.laenge = l;
+        Segment g = segment(static_cast<std::int64_t>(s_.size()) + 1, tag,
+                            {(p[0] + q[0]) / 2, (p[1] + q[1]) / 2, (p[2] + q[2]) / 2}, l, radius);
         g.alpha = l > 0 ? std::asin(dz / l) * 180 / std::numbers::pi : 0;
         g.beta = std::atan2(dy, dx) * 180 / std::numbers::pi;
-        g.radius = radius;
         return g;
     }
 
     double radius() {
-        switch (ganz(6)) {
-        case 0:
-            return 0;
-        case 1:
-            return gleich(0, 0.0003);
-        default:
-            return massstab_ * gleich(0, 0.01);
-        }
+        const auto art = ganz(6);
+        return art == 0 ? 0 : art == 1 ? gleich(0, 0.0003) : massstab_ * gleich(0, 0.01);
     }
 
-    // Ein Draht aus n Segmenten, oft an einem vorhandenen Ende beginnend.
-    void draht() {
-        Punkt3 p = punkt();
-        if (!s_.empty() && ganz(2) == 0) {
-            const auto& g = s_[ganz(s_.size())];
-            p = ganz(2) == 0 ? g.enden().first : g.enden().second;
-        }
-        const Punkt3 q = punkt();
-        const int n = 1 + static_cast<int>(ganz(ganz(4) == 0 ? 40 : 6));
-        const std::int64_t tag = static_cast<std::int64_t>(ganz(8)) + 1;
-        const double r = radius();
-        const std::size_t erstes = s_.size();
-        for (int i = 0; i < n; ++i) {
-            const auto ort = [&](double u) {
-                return Punkt3{p[0] + u * (q[0] - p[0]), p[1] + u * (q[1] - p[1]), p[2] + u * (q[2] - p[2])};
-            };
-            s_.push_back(zwischen(ort(double(i) / n), ort(double(i + 1) / n), tag, r));
-        }
-        for (std::size_t i = erstes; i < s_.size(); ++i) {
-            s_[i].vorher = i == erstes ? verbindung(0) : std::optional<std::int64_t>(s_[i - 1].nummer);
-            s_[i].nachher =
-                i + 1 == s_.size() ? verbindung(0) : std::optional<std::int64_t>(s_[i + 1].nummer);
-        }
-    }
-
-    // Achsenparallele Einzelsegmente auf einem Gitter: Enden und Zellgrenzen fallen oft zusammen,
-    // und an einem Punkt treffen sich Drähte mit verschiedenen Tags.
-    void gitter() {
-        const int kanten = 5 + static_cast<int>(ganz(60));
-        for (int i = 0; i < kanten; ++i) {
-            const auto k = [&] { return static_cast<double>(ganz(5)) * massstab_; };
-            const Punkt3 p{k(), k(), k()};
-            Punkt3 q = p;
-            q[ganz(3)] += ganz(2) == 0 ? massstab_ : -massstab_;
-            const double r = ganz(2) == 0 ? 0 : radius();
-            Segment g = ganz(2) == 0 ? zwischen(p, q, static_cast<std::int64_t>(ganz(6)) + 1, r)
-                                     : zwischen(q, p, static_cast<std::int64_t>(ganz(6)) + 1, r);
-            g.vorher = verbindung(0);
-            g.nachher = verbindung(0);
-            s_.push_back(g);
-        }
-    }
-
-    std::optional<std::int64_t> verbindung(std::int64_t frei) {
+    // Frei (0), unbekannt oder auf ein beliebiges Segment.
+    Verbindung verbindung() {
         if (ganz(5) == 0) return std::nullopt;
         if (ganz(5) == 0) return static_cast<std::int64_t>(ganz(s_.size() + 1) + 1);
-        return frei;
+        return 0;
+    }
+
+    // Ein Draht aus n Segmenten zwischen Punkten eines groben Gitters, oft an einem vorhandenen Ende.
+    void draht() {
+        const auto punkt = [&] {
+            const auto k = [&] {
+                return (ganz(3) == 0 ? std::round(gleich(0, 4)) : gleich(0, 4)) * massstab_;
+            };
+            return Punkt3{k(), k(), k()};
+        };
+        const Punkt3 p = !s_.empty() && ganz(2) == 0 ? irgendeinEnde(irgendeins()) : punkt();
+        const Punkt3 q = punkt();
+        const int n = 1 + static_cast<int>(ganz(ganz(4) == 0 ? 40 : 6));
+        const std::int64_t t = tag(8);
+        const double r = radius();
+        const std::size_t erstes = s_.size();
+        const auto ort = [&](double u) {
+            return Punkt3{p[0] + u * (q[0] - p[0]), p[1] + u * (q[1] - p[1]), p[2] + u * (q[2] - p[2])};
+        };
+        for (int i = 0; i < n; ++i)
+            s_.push_back(zwischen(ort(double(i) / n), ort(double(i + 1) / n), t, r));
+        for (std::size_t i = erstes; i < s_.size(); ++i) {
+            s_[i].vorher = i == erstes ? verbindung() : Verbindung(s_[i - 1].nummer);
+            s_[i].nachher = i + 1 == s_.size() ? verbindung() : Verbindung(s_[i + 1].nummer);
+        }
+    }
+
+    // Ein achsenparalleles Einzelsegment auf einem Gitter: Enden und Zellgrenzen fallen oft
+    // zusammen, und an einem Punkt treffen sich Drähte mit verschiedenen Tags.
+    void gitterkante() {
+        const auto k = [&] { return static_cast<double>(ganz(5)) * massstab_; };
+        const Punkt3 p{k(), k(), k()};
+        Punkt3 q = p;
+        q[ganz(3)] += ganz(2) == 0 ? massstab_ : -massstab_;
+        const double r = ganz(2) == 0 ? 0 : radius();
+        Segment g = ganz(2) == 0 ? zwischen(p, q, tag(6), r) : zwischen(q, p, tag(6), r);
+        g.vorher = verbindung();
+        g.nachher = verbindung();
+        s_.push_back(g);
     }
 
     // Verschiebt die Mitte des Segments in Schritten von einem ulp, bis das Prädikat
@@ -840,10 +653,9 @@ class Zufallsmodell {
     template <typename Praedikat> void anGrenze(Segment& g, int achse, Praedikat nah) {
         double& m = achse == 0 ? g.x : achse == 1 ? g.y : g.z;
         const bool anfang = nah(g);
-        double richtung = anfang ? INFINITY : -INFINITY;
         for (int schritt = 0; schritt < 200; ++schritt) {
             const double vorher = m;
-            m = std::nextafter(m, richtung);
+            m = std::nextafter(m, anfang ? INFINITY : -INFINITY);
             if (nah(g) != anfang) {
                 if (ganz(2) == 0) m = vorher;
                 return;
@@ -853,91 +665,69 @@ class Zufallsmodell {
 
     // Ein Segment, dessen Anfang fast genau t = 0,01·Lmin von einem vorhandenen Ende entfernt ist.
     void sprungGrenze() {
-        const Segment a = s_[ganz(s_.size())];
-        const Punkt3 p = ganz(2) == 0 ? a.enden().first : a.enden().second;
+        const Segment a = irgendeins();
+        const Punkt3 p = irgendeinEnde(a);
         const double lb = a.laenge * (ganz(2) == 0 ? gleich(0.1, 10) : std::round(gleich(1, 8)));
         if (!(a.laenge > 0) || !(lb > 0)) return;
         const double t = 0.01 * std::min(a.laenge, lb);
         const int achse = static_cast<int>(ganz(3));
-        Punkt3 start = p;
+        Punkt3 start = p, ende;
         start[achse] += t;
-        Punkt3 ende = start;
+        ende = start;
         ende[(achse + 1) % 3] += lb;
         Segment b = zwischen(start, ende, a.tag + 1, radius());
-        b.vorher = 0;
-        b.nachher = 0;
+        b.vorher = b.nachher = 0;
         anGrenze(b, achse, [&](const Segment& g) { return abstandRef(p, g.enden().first) < t; });
         s_.push_back(b);
     }
 
     // Ein Draht, dessen freies Ende fast genau an der Abstandsgrenze eines Segments liegt.
     void endeGrenze() {
-        const Segment ziel = s_[ganz(s_.size())];
+        const Segment ziel = irgendeins();
         const auto [a, b] = ziel.enden();
         const double u = std::array<double, 4>{0, 0.5, 1, gleich(0, 1)}[ganz(4)];
         Punkt3 p{a[0] + u * (b[0] - a[0]), a[1] + u * (b[1] - a[1]), a[2] + u * (b[2] - a[2])};
         const double rf = radius();
-        double grenze = rf + ziel.radius;
-        if (grenze < 0.0002) grenze = 0.0002;
+        const double grenze = std::max(rf + ziel.radius, 0.0002);
         const int achse = static_cast<int>(ganz(3));
         p[achse] += grenze;
         Punkt3 q = p;
         q[achse] += massstab_ * gleich(0.1, 1);
         Segment f = zwischen(p, q, ziel.tag + 3, rf);
         f.vorher = 0;
-        f.nachher = ganz(2) == 0 ? std::optional<std::int64_t>(0) : std::nullopt;
-        if (!std::isfinite(grenze)) {
-            s_.push_back(f);
-            return;
-        }
-        anGrenze(f, achse,
-                 [&](const Segment& g) { return abstandZurStreckeRef(g.enden().first, ziel) < grenze; });
+        f.nachher = ganz(2) == 0 ? Verbindung(0) : std::nullopt;
+        if (std::isfinite(grenze))
+            anGrenze(f, achse,
+                     [&](const Segment& g) { return abstandZurStreckeRef(g.enden().first, ziel) < grenze; });
         s_.push_back(f);
     }
 
+    // Eine veränderte Kopie an beliebiger Stelle: die Listenfolge ist nicht die Folge der Nummern.
     void sonderfall() {
-        Segment g = s_[ganz(s_.size())];
+        Segment g = irgendeins();
         g.tag += static_cast<std::int64_t>(ganz(2)) * 10;
-        switch (ganz(11)) {
-        case 0:
-            break; // genaue Kopie, gleiche Nummer
-        case 1:
-            g.nummer = static_cast<std::int64_t>(s_.size()) + 1;
-            break;
-        case 2:
-            g.laenge = 0;
-            break;
-        case 3:
-            g.laenge = -g.laenge;
-            break;
-        case 4:
-            g.x = NAN;
-            break;
-        case 5:
-            g.radius = ganz(2) == 0 ? INFINITY : -INFINITY;
-            break;
-        case 6:
-            g.radius = massstab_ * 1e4;
-            break;
-        case 7:
-            g.x = 1e300;
-            break;
-        case 8:
-            g.laenge *= 1e5;
-            break; // sehr lang gegen die anderen
-        case 9:
-            g.laenge = 1e-300;
-            break;
-        case 10: { // gleiche Nummer, siebenmal so lang, vom selben Anfang aus
-            const auto [a, b] = g.enden();
-            g = zwischen(a, {a[0] + 7 * (b[0] - a[0]), a[1] + 7 * (b[1] - a[1]), a[2] + 7 * (b[2] - a[2])},
-                         g.tag, g.radius);
-            g.nummer = s_.front().nummer;
-            break;
-        }
-        }
-        g.vorher = ganz(2) == 0 ? std::optional<std::int64_t>(0) : g.vorher;
-        // An beliebiger Stelle: die Listenfolge ist nicht die Folge der Nummern.
+        const auto neu = static_cast<std::int64_t>(s_.size()) + 1;
+        const std::function<void(Segment&)> arten[] = {
+            [](Segment&) {}, // genaue Kopie, gleiche Nummer
+            [&](Segment& k) { k.nummer = neu; },
+            [](Segment& k) { k.laenge = 0; },
+            [](Segment& k) { k.laenge = -k.laenge; },
+            [](Segment& k) { k.x = NAN; },
+            [&](Segment& k) { k.radius = ganz(2) == 0 ? INFINITY : -INFINITY; },
+            [&](Segment& k) { k.radius = massstab_ * 1e4; },
+            [](Segment& k) { k.x = 1e300; },
+            [](Segment& k) { k.laenge *= 1e5; }, // sehr lang gegen die anderen
+            [](Segment& k) { k.laenge = 1e-300; },
+            [&](Segment& k) { // gleiche Nummer, siebenmal so lang, vom selben Anfang aus
+                const auto [a, b] = k.enden();
+                k = zwischen(a,
+                             {a[0] + 7 * (b[0] - a[0]), a[1] + 7 * (b[1] - a[1]), a[2] + 7 * (b[2] - a[2])},
+                             k.tag, k.radius);
+                k.nummer = s_.front().nummer;
+            },
+        };
+        arten[ganz(std::size(arten))](g);
+        g.vorher = ganz(2) == 0 ? Verbindung(0) : g.vorher;
         s_.insert(s_.begin() + static_cast<std::ptrdiff_t>(ganz(s_.size() + 1)), g);
     }
 

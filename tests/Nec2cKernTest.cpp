@@ -33,22 +33,11 @@ class MitFalschemKern : public testing::Test {
 
 } // namespace
 
-TEST(Nec2cKern, TexteUndFinden) {
-    EXPECT_EQ(echt.kennung(), "nec2c");
-    EXPECT_EQ(echt.name(), "NEC-2 (nec2c)");
-    EXPECT_EQ(echt.beschreibung(), "Klassischer NEC-2-Kern, voll kompatibel, mit Bodenmodellen. Schnell.");
-    EXPECT_TRUE(echt.verfuegbar());
-    // Auf diesem Rechner liegt nec2c weder neben ww-tests noch im Quellbaum, aber auf PATH.
-    EXPECT_TRUE(Nec2cKern::finden().has_value());
-    EXPECT_TRUE(Nec2cKern().verfuegbar());
-}
-
 TEST(Nec2cKern, RechnetEinenDipolMitDemEchtenNec2c) {
     PrivaterTemp temp;
     const auto e = echt.rechnen(deck("dipol.nec"));
     EXPECT_EQ(e.kern, "NEC-2 (nec2c)");
     EXPECT_GT(e.dauer, 0);
-    EXPECT_LT(e.dauer, 60);
     EXPECT_TRUE(e.warnungen.empty());
     ASSERT_EQ(e.frequenzen.size(), 2u);
     EXPECT_EQ(e.frequenzen[0].impedanz, (Komplex{68.003, -37.755}));
@@ -56,21 +45,16 @@ TEST(Nec2cKern, RechnetEinenDipolMitDemEchtenNec2c) {
     EXPECT_TRUE(temp.eintraege().empty());
 }
 
-TEST(Nec2cKern, FehlendesProgrammMeldetSichVorJedemSchreiben) {
+TEST(Nec2cKern, VerfuegbarWirdJedesMalNeuGeprueftUndFehlendesProgrammMeldetSich) {
     PrivaterTemp temp;
-    const Nec2cKern fehlt(temp.ordner() / "nec2c");
-    EXPECT_FALSE(fehlt.verfuegbar());
-    EXPECT_THAT([&] { fehlt.rechnen("EN\n"); }, testing::ThrowsMessage<KernFehler>("nec2c nicht gefunden"));
-    const Nec2cKern ordner(temp.ordner());
-    EXPECT_FALSE(ordner.verfuegbar());
-    EXPECT_TRUE(temp.eintraege().empty());
-}
-
-TEST(Nec2cKern, VerfuegbarWirdJedesMalNeuGeprueft) {
-    PrivaterTemp temp;
+    // Auf diesem Rechner liegt nec2c weder neben ww-tests noch im Quellbaum, aber auf PATH.
+    EXPECT_TRUE(Nec2cKern().verfuegbar());
+    EXPECT_FALSE(Nec2cKern(temp.ordner()).verfuegbar());
     const auto pfad = temp.ordner() / "nec2c";
     const Nec2cKern kern(pfad);
     EXPECT_FALSE(kern.verfuegbar());
+    EXPECT_THAT([&] { kern.rechnen("EN\n"); }, testing::ThrowsMessage<KernFehler>("nec2c nicht gefunden"));
+    EXPECT_TRUE(temp.eintraege().empty());
     fs::copy_file(TestHilfen::nec2c, pfad);
     EXPECT_TRUE(kern.verfuegbar());
     fs::permissions(pfad, fs::perms::owner_read);
@@ -94,7 +78,7 @@ TEST(Nec2cKern, FehlerImBerichtWirdZurWarnung) {
     EXPECT_TRUE(temp.eintraege().empty());
 }
 
-TEST_F(MitFalschemKern, AbbruchOhneBerichtWirft) {
+TEST_F(MitFalschemKern, AbbruchOhneBerichtWirftMitBerichtIstEsEineWarnung) {
     PrivaterTemp temp;
     EXPECT_THAT([&] { als("ohne3").rechnen("EN\n"); }, testing::ThrowsMessage<KernFehler>("nec2c: kaputt"));
     EXPECT_THAT(
@@ -104,26 +88,22 @@ TEST_F(MitFalschemKern, AbbruchOhneBerichtWirft) {
         [&] { als("signal").rechnen("EN\n"); },
         testing::ThrowsMessage<KernFehler>("nec2c: beendet mit 10, ohne Bericht und ohne Fehlermeldung"));
     EXPECT_TRUE(temp.eintraege().empty());
-}
 
-TEST_F(MitFalschemKern, AbbruchMitBerichtIstEinErfolgMitWarnung) {
-    PrivaterTemp temp;
     const auto e = als("bericht1").rechnen("EN\n");
     ASSERT_EQ(e.frequenzen.size(), 1u);
     EXPECT_EQ(e.frequenzen[0].leistungEingang, 0.01);
     EXPECT_EQ(e.warnungen, (std::vector<std::string>{"nec2c beendet mit 1: Achtung"}));
-}
-
-TEST_F(MitFalschemKern, BerichtAusserhalbVonAsciiGiltAlsLeer) {
-    PrivaterTemp temp;
+    // Ein Bericht ausserhalb von ASCII gilt als leer.
     EXPECT_TRUE(als("muell").rechnen("EN\n").frequenzen.empty());
 }
 
-TEST_F(MitFalschemKern, DasDeckKommtAlsAsciiAn) {
-    PrivaterTemp temp;
-    const auto e = als("spiegel").rechnen(deck("lambdaUmlaut.nec"));
-    ASSERT_FALSE(e.warnungen.empty());
-    EXPECT_EQ(e.warnungen[0], "WARNING CM Dipol lambda/2 fur Arger - Grosse Ohm");
+TEST_F(MitFalschemKern, DasDeckKommtAlsAsciiUndMitUmgebrochenemKommentarAn) {
+    EXPECT_EQ(als("spiegel").rechnen(deck("lambdaUmlaut.nec")).warnungen.at(0),
+              "WARNING CM Dipol lambda/2 fur Arger - Grosse Ohm");
+    const std::string lang(200, 'x');
+    EXPECT_EQ(als("spiegel").rechnen("CM " + lang + "\nCE\nEN\n").warnungen,
+              (std::vector<std::string>{"WARNING CM " + lang.substr(0, 129), "WARNING CM " + lang.substr(129),
+                                        "WARNING CE", "WARNING EN"}));
 }
 
 TEST(Ascii, UmschreibenEntfernenUndWeglassen) {
@@ -158,15 +138,6 @@ TEST(Nec2cKern, ZuLangeKarteWirdAbgelehntLangerKommentarUmgebrochen) {
     EXPECT_TRUE(temp.eintraege().empty());
 }
 
-TEST_F(MitFalschemKern, LangerKommentarKommtUmgebrochenAn) {
-    PrivaterTemp temp;
-    const std::string lang(200, 'x');
-    const auto e = als("spiegel").rechnen("CM " + lang + "\nCE\nEN\n");
-    EXPECT_EQ(e.warnungen,
-              (std::vector<std::string>{"WARNING CM " + lang.substr(0, 129), "WARNING CM " + lang.substr(129),
-                                        "WARNING CE", "WARNING EN"}));
-}
-
 TEST(Nec2cKern, VieleLaeufeAusAchtThreads) {
     PrivaterTemp temp;
     const auto dipol = deck("dipol.nec");
@@ -177,7 +148,7 @@ TEST(Nec2cKern, VieleLaeufeAusAchtThreads) {
     std::vector<std::thread> faeden;
     for (int t = 0; t < 8; ++t)
         faeden.emplace_back([&] {
-            while (naechster++ < 50) {
+            while (naechster++ < 16) {
                 try {
                     if (kern->rechnen(dipol).frequenzen == erwartet) ++gleich;
                 } catch (const KernFehler&) {
@@ -186,6 +157,6 @@ TEST(Nec2cKern, VieleLaeufeAusAchtThreads) {
         });
     for (auto& f : faeden)
         f.join();
-    EXPECT_EQ(gleich, 50);
+    EXPECT_EQ(gleich, 16);
     EXPECT_TRUE(temp.eintraege().empty());
 }

@@ -23,15 +23,20 @@ double sekundenSeit(Uhr::time_point start) {
     return std::chrono::duration<double>(Uhr::now() - start).count();
 }
 
-Prozess::Ende falsch(const std::vector<std::string>& argumente, const fs::path& ordner,
-                     double zeitlimit = 30) {
-    return Prozess::ausfuehren(falscherKern, argumente, ordner, zeitlimit);
-}
+// Jeder Test mit eigenem TMPDIR und einem Arbeitsordner darin.
+class ProzessTest : public testing::Test {
+  protected:
+    Prozess::Ende falsch(const std::vector<std::string>& argumente, double zeitlimit = 30) {
+        return Prozess::ausfuehren(falscherKern, argumente, ordner.pfad(), zeitlimit);
+    }
+
+    PrivaterTemp temp;
+    Prozess::Arbeitsordner ordner;
+};
 
 } // namespace
 
-TEST(Prozess, ArbeitsordnerSindNeuPrivatUndVerschieden) {
-    PrivaterTemp temp;
+TEST_F(ProzessTest, ArbeitsordnerSindNeuPrivatUndVerschieden) {
     const auto a = Prozess::arbeitsordner();
     const auto b = Prozess::arbeitsordner();
     EXPECT_NE(a, b);
@@ -40,31 +45,27 @@ TEST(Prozess, ArbeitsordnerSindNeuPrivatUndVerschieden) {
     EXPECT_EQ(fs::status(a).permissions(), fs::perms::owner_all);
 }
 
-TEST(Prozess, ArbeitsordnerVerschwindetAufJedemWeg) {
-    PrivaterTemp temp;
+TEST_F(ProzessTest, ArbeitsordnerVerschwindetAufJedemWeg) {
     {
-        Prozess::Arbeitsordner ordner;
-        fs::create_directories(ordner.pfad() / "tief" / "innen");
-        EXPECT_EQ(temp.eintraege().size(), 1u);
+        Prozess::Arbeitsordner weiterer;
+        fs::create_directories(weiterer.pfad() / "tief" / "innen");
+        EXPECT_EQ(temp.eintraege().size(), 2u);
     }
     try {
-        Prozess::Arbeitsordner ordner;
-        falsch({"ende", "0"}, ordner.pfad());
+        Prozess::Arbeitsordner weiterer;
         throw std::runtime_error("raus");
     } catch (const std::runtime_error&) {
     }
-    EXPECT_TRUE(temp.eintraege().empty());
+    EXPECT_EQ(temp.eintraege(), std::vector<std::string>{ordner.pfad().filename().string()});
 }
 
-TEST(Prozess, ArbeitsordnerOhneTemporaeresVerzeichnisWirftDeutsch) {
-    PrivaterTemp temp;
+TEST_F(ProzessTest, ArbeitsordnerOhneTemporaeresVerzeichnisWirftDeutsch) {
     ::setenv("TMPDIR", (temp.ordner() / "gibtsnicht").c_str(), 1);
     EXPECT_THAT([] { Prozess::arbeitsordner(); }, testing::ThrowsMessage<KernFehler>(testing::StartsWith(
                                                       "Das temporäre Verzeichnis ist nicht verfügbar: ")));
 }
 
-TEST(Prozess, ExitCodeUndFehlerausgabe) {
-    PrivaterTemp temp;
+TEST_F(ProzessTest, ExitCodeUndFehlerausgabe) {
     struct Fall {
         std::vector<std::string> argumente;
         int status;
@@ -76,50 +77,35 @@ TEST(Prozess, ExitCodeUndFehlerausgabe) {
         {{"ende", "255", "Gr\xfc\xdf"}, 255, "Gr\uFFFD\uFFFD"}, // ungültiges UTF-8 wird repariert
         {{"signal"}, SIGUSR1, ""},
     };
-    Prozess::Arbeitsordner ordner;
     for (const auto& [argumente, status, text] : faelle) {
-        const auto ende = falsch(argumente, ordner.pfad());
+        const auto ende = falsch(argumente);
         EXPECT_EQ(ende.status, status) << argumente[0];
         EXPECT_EQ(ende.fehlerausgabe, text) << argumente[0];
     }
 }
 
-TEST(Prozess, LaeuftImOrdnerOhneFremdeDateideskriptoren) {
-    PrivaterTemp temp;
-    Prozess::Arbeitsordner ordner;
-    EXPECT_EQ(falsch({"ordner"}, ordner.pfad()).fehlerausgabe, fs::canonical(ordner.pfad()).string());
-    EXPECT_EQ(falsch({"offen"}, ordner.pfad()).fehlerausgabe, "0 1 2 ");
+TEST_F(ProzessTest, LaeuftImOrdnerOhneFremdeDateideskriptoren) {
+    EXPECT_EQ(falsch({"ordner"}).fehlerausgabe, fs::canonical(ordner.pfad()).string());
+    EXPECT_EQ(falsch({"offen"}).fehlerausgabe, "0 1 2 ");
 }
 
-TEST(Prozess, VolleFehlerleitungHaeltDasProgrammNichtAn) {
-    PrivaterTemp temp;
-    Prozess::Arbeitsordner ordner;
-    const auto ende = falsch({"laut"}, ordner.pfad());
+TEST_F(ProzessTest, VolleFehlerleitungHaeltDasProgrammNichtAn) {
+    const auto ende = falsch({"laut"});
     EXPECT_EQ(ende.status, 0);
     EXPECT_EQ(ende.fehlerausgabe, std::string(1u << 20, 'x'));
 }
 
-TEST(Prozess, ZeitlimitBeendetEinHaengendesProgramm) {
-    PrivaterTemp temp;
-    Prozess::Arbeitsordner ordner;
+TEST_F(ProzessTest, ZeitlimitBeendetEinHaengendesProgramm) {
     const auto start = Uhr::now();
-    const auto ende = falsch({"haengen"}, ordner.pfad(), 1);
+    const auto ende = falsch({"haengen"}, 1);
     EXPECT_EQ(ende.status, SIGTERM);
     EXPECT_GE(sekundenSeit(start), 0.9);
     EXPECT_LT(sekundenSeit(start), 10);
+    // Wer SIGTERM übergeht, bekommt SIGKILL.
+    EXPECT_EQ(falsch({"stur"}, 1).status, SIGKILL); // unter Last braucht das nachrangige Programm eine Weile
 }
 
-TEST(Prozess, WerSigtermUebergehtBekommtSigkill) {
-    PrivaterTemp temp;
-    Prozess::Arbeitsordner ordner;
-    // Eine Sekunde: das nachrangige Programm braucht unter Last, bis es SIGTERM übergeht.
-    const auto ende = falsch({"stur"}, ordner.pfad(), 1);
-    EXPECT_EQ(ende.status, SIGKILL);
-}
-
-TEST(Prozess, StartfehlerWirftSofort) {
-    PrivaterTemp temp;
-    Prozess::Arbeitsordner ordner;
+TEST_F(ProzessTest, StartfehlerWirftSofort) {
     const auto fehlt = ordner.pfad() / "fehlt";
     EXPECT_THAT(
         [&] { Prozess::ausfuehren(fehlt, {}, ordner.pfad(), 300); },
@@ -137,28 +123,25 @@ TEST(Prozess, StartfehlerWirftSofort) {
     EXPECT_LT(sekundenSeit(start), 5);
 }
 
-TEST(Prozess, VieleLaeufeZugleich) {
-    PrivaterTemp temp;
+TEST_F(ProzessTest, VieleLaeufeZugleich) {
     std::vector<std::thread> faeden;
     std::atomic<int> richtig = 0;
     for (int i = 0; i < 8; ++i)
         faeden.emplace_back([&, i] {
             for (int k = 0; k < 10; ++k) {
-                Prozess::Arbeitsordner ordner;
-                const auto ende =
-                    falsch({"ende", std::to_string(i + k), std::to_string(i * k)}, ordner.pfad());
+                Prozess::Arbeitsordner eigener;
+                const auto ende = Prozess::ausfuehren(
+                    falscherKern, {"ende", std::to_string(i + k), std::to_string(i * k)}, eigener.pfad(), 30);
                 if (ende.status == i + k && ende.fehlerausgabe == std::to_string(i * k)) ++richtig;
             }
         });
     for (auto& f : faeden)
         f.join();
     EXPECT_EQ(richtig, 80);
-    EXPECT_TRUE(temp.eintraege().empty());
+    EXPECT_EQ(temp.eintraege().size(), 1u);
 }
 
-TEST(Prozess, StoppwunschBeendetAuchEinSturesProgramm) {
-    PrivaterTemp temp;
-    Prozess::Arbeitsordner ordner;
+TEST_F(ProzessTest, StoppwunschBeendetAuchEinSturesProgramm) {
     for (const char* art : {"haengen", "stur"}) {
         std::stop_source stopp;
         std::jthread spaeter([&] {

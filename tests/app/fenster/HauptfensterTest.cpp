@@ -67,13 +67,6 @@ class HauptfensterTest : public AppTestHilfen::AppTest {
     OptionalerPfad antwort;
 };
 
-TEST_F(HauptfensterTest, FensterHeisstWellenwerkUndIstGrossGenug) {
-    EXPECT_EQ(fenster->objectName(), "haupt");
-    EXPECT_EQ(fenster->windowTitle(), "Wellenwerk");
-    EXPECT_GE(fenster->minimumWidth(), 1200);
-    EXPECT_GE(fenster->minimumHeight(), 760);
-}
-
 TEST_F(HauptfensterTest, MenuepunkteHabenIhreTexteUndKuerzel) {
     struct Punkt {
         const char* menue;

@@ -7,33 +7,11 @@
 
 #include <QImage>
 
-#include <cstdlib>
 #include <gtest/gtest.h>
 
 namespace fs = std::filesystem;
 
 namespace {
-
-// Setzt eine Umgebungsvariable für die Dauer eines Tests.
-class Variable {
-  public:
-    Variable(const char* name, const std::string& wert) : name_(name) {
-        if (const char* alt = std::getenv(name)) alt_ = alt;
-        ::setenv(name, wert.c_str(), 1);
-    }
-    ~Variable() {
-        if (alt_)
-            ::setenv(name_, alt_->c_str(), 1);
-        else
-            ::unsetenv(name_);
-    }
-    Variable(const Variable&) = delete;
-    Variable& operator=(const Variable&) = delete;
-
-  private:
-    const char* name_;
-    std::optional<std::string> alt_;
-};
 
 bool einfarbig(const QImage& bild) {
     const auto erste = bild.pixel(0, 0);
@@ -57,8 +35,8 @@ class Schnappschuss : public testing::Test {
 
     // Startet das Fenster und gibt den Exit-Code zurück.
     int starten(std::vector<std::string> vorne) {
-        Variable daten("XDG_DATA_HOME", (temp.ordner() / "daten").string());
-        Variable sprache("LC_ALL", "de_DE.UTF-8");
+        TestHilfen::Umgebung daten("XDG_DATA_HOME", (temp.ordner() / "daten").c_str());
+        TestHilfen::Umgebung sprache("LC_ALL", "de_DE.UTF-8");
         vorne.insert(vorne.end(), {WW_APP, "--kern", "arcanum", "--schnappschuss", bild.string()});
         const auto programm = vorne.front();
         vorne.erase(vorne.begin());
@@ -82,7 +60,7 @@ class Schnappschuss : public testing::Test {
 };
 
 TEST_F(Schnappschuss, OffscreenMitDeutschemGebietsschemaUndDemDeckDerBefehlszeile) {
-    Variable plattform("QT_QPA_PLATFORM", "offscreen");
+    TestHilfen::Umgebung plattform("QT_QPA_PLATFORM", "offscreen");
     ASSERT_EQ(starten({}), 0) << fehlerausgabe;
     bildPruefen();
 
@@ -96,7 +74,7 @@ TEST_F(Schnappschuss, OffscreenMitDeutschemGebietsschemaUndDemDeckDerBefehlszeil
 }
 
 TEST_F(Schnappschuss, UnterXvfb) {
-    Variable plattform("QT_QPA_PLATFORM", "xcb");
+    TestHilfen::Umgebung plattform("QT_QPA_PLATFORM", "xcb");
     ASSERT_EQ(starten({"/usr/bin/xvfb-run", "-a", "-s", "-screen 0 1600x1000x24"}), 0) << fehlerausgabe;
     bildPruefen();
 }
