@@ -98,10 +98,11 @@ TEST_F(MitFalschemKern, AbbruchOhneBerichtWirftMitBerichtIstEsEineWarnung) {
 }
 
 TEST_F(MitFalschemKern, DasDeckKommtAlsAsciiUndMitUmgebrochenemKommentarAn) {
-    EXPECT_EQ(als("spiegel").rechnen(deck("lambdaUmlaut.nec")).warnungen.at(0),
+    const auto spiegel = als("spiegel");
+    EXPECT_EQ(spiegel.rechnen(deck("lambdaUmlaut.nec")).warnungen.at(0),
               "WARNING CM Dipol lambda/2 fur Arger - Grosse Ohm");
     const std::string lang(200, 'x');
-    EXPECT_EQ(als("spiegel").rechnen("CM " + lang + "\nCE\nEN\n").warnungen,
+    EXPECT_EQ(spiegel.rechnen("CM " + lang + "\nCE\nEN\n").warnungen,
               (std::vector<std::string>{"WARNING CM " + lang.substr(0, 129), "WARNING CM " + lang.substr(129),
                                         "WARNING CE", "WARNING EN"}));
 }
