@@ -84,10 +84,7 @@ TEST(Vorpruefung, ErsterGrundJeDeck) {
     };
     const std::string nachGE = "Eine Geometriekarte (G…) steht nach GE – Drähte gehören vor die Karte GE.";
     const std::string unlesbar4 = "Draht (Tag 4): Feld nicht lesbar (Formel prüfen).";
-    const std::string radius4 = "Draht (Tag 4) braucht einen Radius grösser als 0.";
     const std::string seg12 = "Speisung: Draht 1 hat 11 Segmente, Segment 12 gibt es nicht.";
-    const std::string tag7 = "Speisung auf Draht 7 – einen Draht mit diesem Tag gibt es nicht.";
-    const std::string frequenz = "Frequenz muss grösser als 0 MHz sein.";
     // Variablen vor der kaputten Formel bleiben lesbar, dahinter nicht.
     const std::string variablen = "SY l=5, f=14\nSY kaputt=quatsch\nSY spaet=1\n";
     struct Fall {
@@ -108,17 +105,13 @@ TEST(Vorpruefung, ErsterGrundJeDeck) {
         {"GA foo 12 bar 0 180 1mm\nGE 0\nEX 0 9 1 0 1 0\n" + fr, std::nullopt},
         // Drahtfelder: unlesbar vor zu wenigen Segmenten; fehlende Felder zählen als 0.
         {tag4("GW foo 3 0 0 0 0 0 1 1mm"), "Draht: Feld nicht lesbar (Formel prüfen)."},
-        {tag4("GW 1e30 3 0 0 0 0 0 1 1mm"), "Draht: Feld nicht lesbar (Formel prüfen)."},
         {tag4("GW 4 3 0 0 0 0 0 1 r"), unlesbar4},
-        {tag4("GW 4 3 0 1/0 0 0 0 1 1mm"), unlesbar4},
         {tag4("GW 4 0 x"), unlesbar4},
         {tag4("GW 4 0 0 0 0 0 0 1 1mm"), "Draht (Tag 4) braucht mindestens 1 Segment."},
-        {tag4("GW -2 -1 0 0 0 0 0 1 1mm"), "Draht (Tag -2) braucht mindestens 1 Segment."},
         {tag4("GW"), "Draht (Tag 0) braucht mindestens 1 Segment."},
         {tag4("GW 4 3 1 2 3 1 2 3 1mm"),
          "Draht (Tag 4) hat die Länge 0 – Anfangs- und Endpunkt sind gleich."},
-        {tag4("GW 4 3 0 0 0 0 0 1"), radius4},
-        {tag4("GW 4 3 0 0 0 0 0 1 -1mm"), radius4},
+        {tag4("GW 4 3 0 0 0 0 0 1 -1mm"), "Draht (Tag 4) braucht einen Radius grösser als 0."},
         {variablen + "GW 1 3 0 0 0 0 0 l 1mm\nGE 0\n" + ex + "FR 0 1 0 0 f 0\n", std::nullopt},
         {variablen + "GW 1 3 0 0 0 0 0 spaet 1mm\nGE 0\n" + ex + fr,
          "Draht (Tag 1): Feld nicht lesbar (Formel prüfen)."},
@@ -132,10 +125,8 @@ TEST(Vorpruefung, ErsterGrundJeDeck) {
         {draht + "GE 0\nEX 0 1 12 0 1 0\n" + fr, seg12},
         {draht + "GE 0\nEX 5 1 0 0 1 0\n" + fr,
          "Speisung: Draht 1 hat 11 Segmente, Segment 0 gibt es nicht."},
-        {draht + "GE 0\nEX 0 1 11 0 1 0\n" + fr, std::nullopt},
-        {draht + "GE 0\nEX 0 7 1 0 1 0\n" + fr, tag7},
+        {draht + "GE 0\nEX 0 7 1 0 1 0\n" + fr, "Speisung auf Draht 7 – einen Draht mit diesem Tag gibt es nicht."},
         {draht + "GE 0\nEX 1 7 1 0 1 0\n" + fr, std::nullopt},
-        {draht + "GE 0\nEX 0 0 99 0 1 0\n" + fr, std::nullopt},
         {draht + "GE 0\nEX 0 7 x 0 1 0\n" + fr, std::nullopt},
         {draht + "GE 0\nEX 1 7 1 0 1 0\nEX 0 1 99 0 1 0\nEX 0 8 1 0 1 0\n" + fr,
          "Speisung: Draht 1 hat 11 Segmente, Segment 99 gibt es nicht."},
@@ -146,10 +137,8 @@ TEST(Vorpruefung, ErsterGrundJeDeck) {
         {draht + "GM 0 3 0 0 0 1 0 0 0\nGE 0\nEX 0 1 45 0 1 0\n" + fr,
          "Speisung: Draht 1 hat 44 Segmente, Segment 45 gibt es nicht."},
         // Frequenz; die Speisung kommt vor ihr.
-        {draht + "GE 0\nEX 0 1 6 0 1 0\nFR 0 1 0 0 0 0\n", frequenz},
-        {draht + "GE 0\nEX 0 1 6 0 1 0\nFR 0 1 0 0\n", frequenz},
+        {draht + "GE 0\nEX 0 1 6 0 1 0\nFR 0 1 0 0 0 0\n", "Frequenz muss grösser als 0 MHz sein."},
         {draht + "GE 0\nEX 0 1 6 0 1 0\nFR 0 1 0 0 0.001 0\n", std::nullopt},
-        {draht + "GE 0\nEX 0 1 6 0 1 0\nFR 0 1 0 0 unbekannt 0\n", std::nullopt},
         {draht + "GE 0\nEX 0 1 99 0 1 0\nFR 0 1 0 0 0 0\n",
          "Speisung: Draht 1 hat 11 Segmente, Segment 99 gibt es nicht."},
     };
@@ -400,7 +389,6 @@ TEST(BodenPruefen, UntereEndenGegenMikrometer) {
 
 TEST(NecMeldung, UeberschriftNachStichwort) {
     const std::string draehte = "Fehler in den Drähten (Lage, Verbindung, Segmente). NEC meldet: ";
-    const std::string leitung = "Fehler bei Leitung oder Netzwerk (TL/NT). NEC meldet: ";
     const std::string nicht = "NEC hat das Modell nicht gerechnet. NEC meldet: ";
     struct Fall {
         const char* text;
@@ -410,17 +398,14 @@ TEST(NecMeldung, UeberschriftNachStichwort) {
         {"NO SEGMENT HAS AN ITAG OF 9", draehte + "NO SEGMENT HAS AN ITAG OF 9"},
         {"\n  GEOMETRY DATA CARD ERROR \n", draehte + "GEOMETRY DATA CARD ERROR"},
         {"error in excitation", "Fehler bei der Speisung (EX). NEC meldet: error in excitation"},
-        {"voltage Source", "Fehler bei der Speisung (EX). NEC meldet: voltage Source"},
         {"LOADING ERROR", "Fehler bei einer Last (LD). NEC meldet: LOADING ERROR"},
-        {"transmission line", leitung + "transmission line"},
-        {"NETWORK DATA", leitung + "NETWORK DATA"},
+        {"transmission line", "Fehler bei Leitung oder Netzwerk (TL/NT). NEC meldet: transmission line"},
         {"ground parameters", "Fehler beim Boden (GN). NEC meldet: ground parameters"},
         {"memory allocation failed",
          "Das Modell ist ungültig oder zu gross. NEC meldet: memory allocation failed"},
         // Reihenfolge der Tabelle: SEGMENT vor LOAD
         {"LOAD ON SEGMENT 3", draehte + "LOAD ON SEGMENT 3"},
         {" \t\n", nicht},
-        {"PIVOT(0) = 0", nicht + "PIVOT(0) = 0"},
         // Unicode-Grossschreibung: das lange s wird zu S
         {"ſegment", draehte + "ſegment"},
         {"\u00a0kaputt\u2003", nicht + "kaputt"},
@@ -462,11 +447,9 @@ TEST(NeueKarte, VorgabenJeTyp) {
     };
     for (const auto& f : std::initializer_list<Fall>{
              {"GW", {"8", "11"}, {"4", "-0.5", "1", "4", "0.5", "1", "1mm"}},
-             {"gw", {"8", "11"}, {"4", "-0.5", "1", "4", "0.5", "1", "1mm"}},
              {"GA", {"8", "12"}, {"0.5", "0", "180", "1mm"}},
              {"GH", {"8", "40"}, {"0.05", "0.5", "0.05", "0.05", "0.05", "0.05", "1mm", "0"}},
              {"EX", {"0", "3", "3", "0"}, {"1", "0"}},
-             {"XQ", {"0"}, {}},
              {"EN", {}, {}},
          }) {
         const Karte k = MP::neueKarte(f.typ, m);

@@ -1,10 +1,7 @@
 #include "NECKern/Optimierer.hpp"
-#include "NECKern/Beispiele.hpp"
 #include "NECKern/Json.hpp"
-#include "NECKern/Rechenkerne/Nec2cKern.hpp"
 
 #include "KernAttrappe.hpp"
-#include "TestHilfen.hpp"
 
 #include <cmath>
 #include <gmock/gmock.h>
@@ -245,26 +242,4 @@ TEST(Optimierer, UebernehmenSchreibtFuenfStellen) {
     EXPECT_EQ(neu.variablen[2].ausdruck, "3");
     EXPECT_EQ(neu.variablen[3].ausdruck, "0.12346");
     EXPECT_EQ(neu.variablen.size(), 4u);
-}
-
-// Der 20-m-Dipol wird mit dem echten nec2c auf Resonanz bei 14,175 MHz gezogen.
-TEST(Optimierer, StimmtDenDipolMitNec2cAufResonanzAb) {
-    TestHilfen::PrivaterTemp temp;
-    const auto& beispiel = Beispiele::alle().front();
-    ASSERT_EQ(beispiel.name, "Halbwellendipol 20 m");
-    Modell dipol = beispiel.modell();
-    ASSERT_EQ(dipol.variablen[1].name, "l");
-    dipol.variablen[1].optimieren = true;
-    auto kern = std::make_shared<Nec2cKern>(TestHilfen::nec2c);
-    Optimierer o(dipol, kern, {Ziel(Ziel::Art::resonanz, 14.175, 0)});
-    auto werte = o.starten(60, {});
-
-    auto abgestimmt = Optimierer::uebernehmen(dipol, werte);
-    auto e = kern->rechnen(abgestimmt.deck());
-    ASSERT_EQ(e.frequenzen.size(), 1u);
-    EXPECT_LT(std::fabs(e.frequenzen[0].impedanz->im), 1.0) << abgestimmt.variablen[1].ausdruck;
-    // Über dem Boden ist der Dipol bei 10,25 m noch kapazitiv (zu kurz).
-    EXPECT_GT(werte.at("l"), 10.25);
-    EXPECT_LT(werte.at("l"), 12.3);
-    EXPECT_TRUE(temp.eintraege().empty());
 }

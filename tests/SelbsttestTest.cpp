@@ -1,12 +1,12 @@
 #include "NECKern/Selbsttest.hpp"
 #include "NECKern/Rechenkerne/Nec2cKern.hpp"
 
+#include "KernAttrappe.hpp"
 #include "TestHilfen.hpp"
 
 #include <cmath>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <mutex>
 
 using namespace NECKern;
 using Selbsttest::Zeile;
@@ -28,59 +28,38 @@ struct Vorgabe {
     std::string fehler; // nicht leer: jeder Lauf scheitert so
 };
 
-// Ein Kern ohne Löser: erkennt die Fälle am Deck und merkt sich jedes Deck.
-class NachgebildeterKern final : public Rechenkern {
-  public:
-    explicit NachgebildeterKern(Vorgabe v) : v_(std::move(v)) {}
-
-    std::string kennung() const override { return v_.kennung; }
-    std::string name() const override { return "Nachbildung"; }
-    std::string beschreibung() const override { return "Für Tests"; }
-    bool verfuegbar() const override { return true; }
-
-    using Rechenkern::rechnen;
-    NECErgebnis rechnen(std::string_view deck, std::stop_token) const override {
-        {
-            std::lock_guard sperre(m_);
-            decks_.emplace_back(deck);
-        }
-        if (!v_.fehler.empty()) throw KernFehler(v_.fehler);
+// Eine Attrappe, die die Fälle am Deck erkennt.
+std::shared_ptr<TestHilfen::KernAttrappe> nachbildung(const Vorgabe& v) {
+    auto kern = std::make_shared<TestHilfen::KernAttrappe>();
+    kern->kennungWert = v.kennung;
+    kern->fehler = [text = v.fehler](double, int) { return text; };
+    kern->antwort = [v](double, std::string_view deck) {
         FrequenzErgebnis f;
-        f.mhz = 299.792458;
         const auto enthaelt = [&](const char* s) { return deck.find(s) != std::string_view::npos; };
         if (enthaelt("GW 1 21 ")) {
-            f.impedanz = Komplex{v_.rKurz, -5304};
-            f.diagramm = {{90, 0, v_.gKurz, -999.99, v_.gKurz}};
+            f.impedanz = Komplex{v.rKurz, -5304};
+            f.diagramm = {{90, 0, v.gKurz, -999.99, v.gKurz}};
         } else if (enthaelt("GN 1")) {
             f.mitBoden = true;
-            f.impedanz = Komplex{v_.rMono, 22};
-            f.diagramm = {{90, 0, v_.gMono, -999.99, v_.gMono}};
+            f.impedanz = Komplex{v.rMono, 22};
+            f.diagramm = {{90, 0, v.gMono, -999.99, v.gMono}};
         } else if (enthaelt("RP 0 37 72")) {
             for (double t = 0; t <= 180; t += 5)
                 for (double p = 0; p < 360; p += 5)
                     f.diagramm.push_back({t, p, 0, -999.99, 0});
         } else {
-            f.impedanz = Komplex{v_.rHalb, 44};
-            f.leistungEingang = v_.pHalb;
-            f.diagramm = {{90, 0, v_.gHalb, -999.99, v_.gHalb}};
-            if (enthaelt("NE ") && v_.nahfeld) f.nahfeldE = {{30, 0, 0, {1e-13, 0, v_.eNah}, {0, 0, -121}}};
+            f.impedanz = Komplex{v.rHalb, 44};
+            f.leistungEingang = v.pHalb;
+            f.diagramm = {{90, 0, v.gHalb, -999.99, v.gHalb}};
+            if (enthaelt("NE ") && v.nahfeld) f.nahfeldE = {{30, 0, 0, {1e-13, 0, v.eNah}, {0, 0, -121}}};
         }
-        return {{f}, {}, name(), 0.001};
-    }
-
-    std::vector<std::string> decks() const {
-        std::lock_guard sperre(m_);
-        return decks_;
-    }
-
-  private:
-    Vorgabe v_;
-    mutable std::mutex m_;
-    mutable std::vector<std::string> decks_;
-};
+        return f;
+    };
+    return kern;
+}
 
 std::vector<Zeile> laufen(const Vorgabe& v) {
-    return Selbsttest::laufen(NachgebildeterKern(v));
+    return Selbsttest::laufen(*nachbildung(v));
 }
 
 } // namespace
@@ -107,11 +86,14 @@ TEST(Selbsttest, FaelleInFesterReihenfolgeMitSollUndQuelle) {
 }
 
 TEST(Selbsttest, DeckeAlsTextNacheinander) {
-    const NachgebildeterKern kern({});
-    Selbsttest::laufen(kern);
+    const auto kern = nachbildung({});
+    Selbsttest::laufen(*kern);
+    std::vector<std::string> decks;
+    for (const auto& lauf : kern->laeufe())
+        decks.push_back(lauf.deck);
     const std::string dipol = "CM Selbsttest\nCE\nGW 1 51 0 0 -0.25 0 0 0.25 1e-05\nGE 0\nEX 0 1 26 0 1 0\n"
                               "FR 0 1 0 0 299.792458 0\n";
-    EXPECT_EQ(kern.decks(),
+    EXPECT_EQ(decks,
               (std::vector<std::string>{
                   "CM Selbsttest\nCE\nGW 1 21 0 0 -0.025 0 0 0.025 1e-05\nGE 0\nEX 0 1 11 0 1 0\n"
                   "FR 0 1 0 0 299.792458 0\nRP 0 1 1 1000 90 0 0 0\nEN\n",
