@@ -29,15 +29,6 @@ Modell testmodell() {
     return m;
 }
 
-int zeilenMit(std::string_view deck, std::string_view anfang) {
-    int n = 0;
-    for (std::size_t i = 0; i < deck.size(); i = deck.find('\n', i) + 1) {
-        if (deck.substr(i, anfang.size()) == anfang) ++n;
-        if (deck.find('\n', i) == std::string_view::npos) break;
-    }
-    return n;
-}
-
 } // namespace
 
 TEST(Frequenzgang, ElfPunkteAufVierLaeufenKommenSortiertZurueckWieAuchImmerDieLaeufeEnden) {
@@ -61,26 +52,13 @@ TEST(Frequenzgang, ElfPunkteAufVierLaeufenKommenSortiertZurueckWieAuchImmerDieLa
     ASSERT_EQ(punkte.size(), 11u);
     for (std::size_t i = 0; i < punkte.size(); ++i)
         EXPECT_NEAR(punkte[i].mhz, 10 + 0.1 * static_cast<double>(i), 1e-9);
-    EXPECT_TRUE(std::is_sorted(punkte.begin(), punkte.end(),
-                               [](const auto& a, const auto& b) { return a.mhz < b.mhz; }));
-}
-
-TEST(Frequenzgang, PunkteTragenImpedanzSwrGewinnUndVorRueckDesKerns) {
-    KernAttrappe kern;
-    auto modell = testmodell();
-    modell.z0 = 75;
-    auto p = Analyse::frequenzgang(modell, kern, 14, 15, 2, true, 1).front();
-    EXPECT_EQ(p.impedanz, (Komplex{64, 0}));
-    EXPECT_DOUBLE_EQ(*p.swr, 75.0 / 64.0);
-    EXPECT_DOUBLE_EQ(*p.gewinn, 7);
-    EXPECT_DOUBLE_EQ(*p.vorRueck, 7);
 }
 
 TEST(Frequenzgang, OhneDiagrammHatKeinDeckEineRpKarteUndKeinPunktGewinn) {
     KernAttrappe kern;
     auto punkte = Analyse::frequenzgang(testmodell(), kern, 14, 14.4, 5, false, 2);
     for (const auto& lauf : kern.laeufe())
-        EXPECT_EQ(zeilenMit(lauf.deck, "RP"), 0) << lauf.deck;
+        EXPECT_THAT(lauf.deck, testing::Not(testing::HasSubstr("\nRP ")));
     ASSERT_EQ(punkte.size(), 5u);
     for (const auto& p : punkte) {
         EXPECT_TRUE(p.impedanz && p.swr);
@@ -97,9 +75,9 @@ TEST(Frequenzgang, ErsetztDieErsteFrKarteUndSetztSieSonstAnDenAnfang) {
     zweiFR.karten.insert(zweiFR.karten.begin() + 4, Karte("FR", {"0", "3"}, {"21", "1"}));
     KernAttrappe kern;
     Analyse::frequenzgang(zweiFR, kern, 7, 8, 2, true, 1);
-    auto deck = kern.laeufe().front().deck;
-    EXPECT_EQ(zeilenMit(deck, "FR"), 1);
-    EXPECT_THAT(deck, testing::HasSubstr("EX 0 1 3 0 1 0 0 0 0 0\nFR 0 2 0 0 7 1\nRP"));
+    const auto deck = kern.laeufe().front().deck;
+    EXPECT_EQ(deck.substr(deck.find("CE\n")), "CE\nGW 1 5 0 0 0 0 0 1 0.001\nGE 0\nEX 0 1 3 0 1 0 0 0 0 0\n"
+                                              "FR 0 2 0 0 7 1\nRP 0 1 2 1000 90 0 0 180 0 0\nEN\n");
 
     auto ohneFR = testmodell();
     std::erase_if(ohneFR.karten, [](const Karte& k) { return k.typ == "FR"; });
@@ -129,9 +107,8 @@ TEST(Frequenzgang, UnbestimmteEingabenGebenEinenSatzStattEinesLaufs) {
     const char* grenzen = "Die Grenzen des Frequenzgangs müssen endliche Zahlen sein.";
     const char* positiv = "Frequenz muss grösser als 0 MHz sein.";
     for (const auto& f :
-         {Fall{-1, 14, 3, 2, positiv}, Fall{0, 14, 3, 2, positiv}, Fall{14, -0.5, 3, 2, positiv},
+         {Fall{0, 14, 3, 2, positiv}, Fall{14, -0.5, 3, 2, positiv},
           Fall{14, 15, 1, 2, "Der Frequenzgang braucht mindestens 2 Frequenzen."},
-          Fall{14, 15, -3, 2, "Der Frequenzgang braucht mindestens 2 Frequenzen."},
           Fall{14, 15, 11, 0, "Der Frequenzgang braucht mindestens einen Rechenlauf zugleich."},
           Fall{nan, 15, 11, 2, grenzen}, Fall{14, inf, 11, 2, grenzen}, Fall{-1e308, 1e308, 2, 2, grenzen}}) {
         KernAttrappe kern;
@@ -160,6 +137,7 @@ TEST(Frequenzgang, MitNec2cGleichEinemEinzigenLauf) {
     TestHilfen::PrivaterTemp temp;
     Modell dipol =
         Modell::lesen(TestHilfen::dateiLesen(std::filesystem::path(WW_TESTDATEN) / "dipol.nec"), "Dipol");
+    dipol.z0 = 75; // der Bezug des Modells, nicht 50 Ω
     const Nec2cKern kern(TestHilfen::nec2c);
     auto gang = Analyse::frequenzgang(dipol, kern, 14, 14.4, 5, true, 2);
 
@@ -176,5 +154,5 @@ TEST(Frequenzgang, MitNec2cGleichEinemEinzigenLauf) {
         EXPECT_EQ(gang[i].gewinn, f.maxGewinn()->gesamt);
         EXPECT_EQ(gang[i].vorRueck, f.vorRueck());
     }
-    EXPECT_NEAR(*gang[0].swr, *ganz.frequenzen[0].swr(50), 1e-12);
+    EXPECT_NEAR(*gang[0].swr, *ganz.frequenzen[0].swr(75), 1e-12);
 }

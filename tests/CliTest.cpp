@@ -8,7 +8,6 @@
 #include <nlohmann/json.hpp>
 
 using namespace NECKern;
-namespace fs = std::filesystem;
 
 namespace {
 
@@ -59,13 +58,6 @@ TEST_F(Cli, JsonHatFesteSchluesselUndErgebnisDasGanzeNECErgebnis) {
     EXPECT_TRUE(ergebnis.frequenzen[0].mitBoden);
 }
 
-TEST_F(Cli, ModellVonDerStandardeingabe) {
-    const auto a = cli({"deck", "-"}, fs::path(WW_TESTDATEN) / "zweiQuellen.nec");
-    EXPECT_EQ(a.status, 0) << a.fehler;
-    EXPECT_THAT(a.aus, testing::HasSubstr("\nGW 2 11 1 -2.5 0 1 2.5 0 0.001\n"));
-    EXPECT_THAT(a.aus, testing::EndsWith("EN\n"));
-}
-
 TEST_F(Cli, BeispieleAuflistenUndAusgeben) {
     const auto liste = cli({"beispiel"});
     EXPECT_EQ(liste.status, 0);
@@ -81,14 +73,9 @@ TEST_F(Cli, BeispieleAuflistenUndAusgeben) {
 }
 
 TEST_F(Cli, ScheiternMitDeutschemSatzAuchImJson) {
-    struct Fall {
-        std::vector<std::string> argumente;
-        int status;
-        std::string fehler;
-    };
     const std::string datei =
         "Die Datei „/gibt/es/nicht.nec“ konnte nicht gelesen werden: Datei oder Verzeichnis nicht gefunden.";
-    const Fall faelle[] = {
+    const std::tuple<std::vector<std::string>, int, std::string> faelle[] = {
         {{"rechnen", "/gibt/es/nicht.nec"}, 1, datei + "\n"},
         {{"rechnen", "--beispiel", "Rhombus"}, 1, "Kein eingebautes Beispiel enthält „Rhombus“ im Namen.\n"},
         {{"rechnen"},
@@ -113,11 +100,7 @@ TEST_F(Cli, ScheiternMitDeutschemSatzAuchImJson) {
 }
 
 TEST_F(Cli, FalscherAufrufEndetMitZweiUndEinemDeutschenSatz) {
-    struct Fall {
-        std::vector<std::string> argumente;
-        const char* satz;
-    };
-    const Fall faelle[] = {
+    const std::pair<std::vector<std::string>, const char*> faelle[] = {
         {{}, "Es fehlt ein Befehl."},
         {{"zaubern"}, "Unbekannter Befehl „zaubern“."},
         {{"rechnen", "--unbekannt"}, "Unbekannte Option „--unbekannt“."},

@@ -18,35 +18,29 @@
 
 namespace TestHilfen {
 
-// Die Zahlen einer Deckzeile nach dem Kartennamen.
+// Die Zahlen der ersten Deckzeile mit diesem Kartennamen.
 inline std::vector<double> kartenzahlen(std::string_view deck, std::string_view typ) {
+    const auto text = "\n" + std::string(deck);
+    const auto kennung = "\n" + std::string(typ) + " ";
     std::vector<double> zahlen;
-    std::size_t anfang = 0;
-    while (anfang < deck.size()) {
-        auto ende = deck.find('\n', anfang);
-        if (ende == std::string_view::npos) ende = deck.size();
-        auto zeile = deck.substr(anfang, ende - anfang);
-        anfang = ende + 1;
-        if (zeile.substr(0, typ.size()) != typ || zeile.size() == typ.size() || zeile[typ.size()] != ' ')
-            continue;
-        const char* p = zeile.data() + typ.size();
-        const char* schluss = zeile.data() + zeile.size();
-        while (p < schluss) {
-            while (p < schluss && *p == ' ')
-                ++p;
-            double x = 0;
-            auto [weiter, fehler] = std::from_chars(p, schluss, x);
-            if (fehler != std::errc()) break;
-            zahlen.push_back(x);
-            p = weiter;
-        }
-        return zahlen;
+    const auto anfang = text.find(kennung);
+    if (anfang == std::string::npos) return zahlen;
+    const char* p = text.data() + anfang + kennung.size();
+    const char* schluss = text.data() + std::min(text.find('\n', anfang + 1), text.size());
+    while (p < schluss) {
+        while (p < schluss && *p == ' ')
+            ++p;
+        double x = 0;
+        auto [weiter, fehler] = std::from_chars(p, schluss, x);
+        if (fehler != std::errc()) break;
+        zahlen.push_back(x);
+        p = weiter;
     }
     return zahlen;
 }
 
 inline bool hatKarte(std::string_view deck, std::string_view typ) {
-    return deck.starts_with(std::string(typ) + " ") || deck.find("\n" + std::string(typ) + " ") != deck.npos;
+    return ("\n" + std::string(deck)).find("\n" + std::string(typ) + " ") != std::string::npos;
 }
 
 class KernAttrappe final : public NECKern::Rechenkern {

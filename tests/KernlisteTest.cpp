@@ -83,17 +83,17 @@ TEST(Kernliste, MitgebrachteLaufzeitTreibtNurDieZirkonKerne) {
 
 TEST(Kernliste, WahlNimmtDenErstenVerfuegbarenSonstNec2c) {
     PrivaterTemp temp;
-    auto huelle = fs::path(WW_HILFEN_ORDNER) / "nec2cHuelle";
-    auto da = std::make_shared<const ExternerKern>("zirkon", "da", "", huelle, std::vector<std::string>{},
-                                                   false, false, false);
-    auto auchDa = std::make_shared<const ExternerKern>("zirkon", "auch da", "", huelle,
-                                                       std::vector<std::string>{}, false, false, false);
-    auto fehlt = std::make_shared<const ExternerKern>("zirkon", "fehlt", "", temp.ordner() / "fehlt",
-                                                      std::vector<std::string>{}, false, false, false);
-    std::vector<KernZeiger> kerne{fehlt, da, auchDa};
+    const auto zirkon = [](const char* name, const fs::path& programm) {
+        return std::make_shared<const ExternerKern>("zirkon", name, "", programm, std::vector<std::string>{},
+                                                    false, false, false);
+    };
+    const auto huelle = fs::path(WW_HILFEN_ORDNER) / "nec2cHuelle";
+    const auto da = zirkon("da", huelle);
+    const std::vector<KernZeiger> kerne{zirkon("fehlt", temp.ordner() / "fehlt"), da,
+                                        zirkon("auch da", huelle)};
     EXPECT_EQ(Kernliste::waehlen(kerne, "zirkon"), da);
     EXPECT_EQ(Kernliste::waehlen(kerne, "arcanum")->kennung(), "nec2c");
-    EXPECT_EQ(Kernliste::waehlen({fehlt}, "zirkon")->kennung(), "nec2c");
+    EXPECT_EQ(Kernliste::waehlen({kerne[0]}, "zirkon")->kennung(), "nec2c");
     EXPECT_EQ(Kernliste::waehlen({}, "nec2c")->kennung(), "nec2c");
 }
 
@@ -105,10 +105,8 @@ TEST(Kernliste, KerneAusDemKernordnerRechnenWieNec2c) {
     for (auto kennung : {"zirkon", "zirkon5", "zirkon-klinge", "arcanum"})
         fs::create_symlink(fs::path(WW_HILFEN_ORDNER) / "nec2cHuelle", ordner / kennung);
 
-    std::string deck =
-        "CM Wendel mit Zuleitung\nCE\nGW 1 3 0 0 -0.6 0 0 0 0.002\nGW 2 1 0 0 0 0.15 0 0 0.002\n"
-        "GH 3 40 0.2 1.2 0.15 0.15 0.15 0.15 0.002 0\nGE 0\nLD 0 3 10 20 10 0 0\n"
-        "EX 0 1 2 0 1 0\nFR 0 1 0 0 60 0\nNE 0 1 1 2 0.5 0 0 0 0 0.5\nRP 0 3 2 1000 0 0 45 90\nEN\n";
+    // Die Umformungen je Schalter vergleicht ExternerKernTest mit nec2c; hier nur der Weg dorthin.
+    const std::string deck = "CE\nGW 1 11 0 0 -2.5 0 0 2.5 0.005\nGE 0\nEX 0 1 6 0 1 0\nXQ 0\nEN\n";
     auto direkt = Nec2cKern(TestHilfen::nec2c).rechnen(deck);
     auto kerne = Kernliste::kerneFinden();
     for (std::size_t i = 1; i < kerne.size(); ++i) {

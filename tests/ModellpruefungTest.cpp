@@ -21,17 +21,7 @@ constexpr double einMeter = 299.792458;
 
 Segment segment(std::int64_t nummer, std::int64_t tag, Punkt3 mitte, double laenge, double radius,
                 double alpha = 0, double beta = 0) {
-    Segment s;
-    s.nummer = nummer;
-    s.tag = tag;
-    s.x = mitte[0];
-    s.y = mitte[1];
-    s.z = mitte[2];
-    s.laenge = laenge;
-    s.alpha = alpha;
-    s.beta = beta;
-    s.radius = radius;
-    return s;
+    return {nummer, tag, mitte[0], mitte[1], mitte[2], laenge, alpha, beta, radius, {}, {}, {}};
 }
 
 // Ein Draht entlang x von x0 in n gleichen Segmenten, an beiden Enden frei.
@@ -83,8 +73,6 @@ TEST(Vorpruefung, ErsterGrundJeDeck) {
         return std::string(gw) + "\nGE 0\nEX 0 4 1 0 1 0\nFR 0 1 0 0 14 0\n";
     };
     const std::string nachGE = "Eine Geometriekarte (G…) steht nach GE – Drähte gehören vor die Karte GE.";
-    const std::string unlesbar4 = "Draht (Tag 4): Feld nicht lesbar (Formel prüfen).";
-    const std::string seg12 = "Speisung: Draht 1 hat 11 Segmente, Segment 12 gibt es nicht.";
     // Variablen vor der kaputten Formel bleiben lesbar, dahinter nicht.
     const std::string variablen = "SY l=5, f=14\nSY kaputt=quatsch\nSY spaet=1\n";
     struct Fall {
@@ -105,9 +93,8 @@ TEST(Vorpruefung, ErsterGrundJeDeck) {
         {"GA foo 12 bar 0 180 1mm\nGE 0\nEX 0 9 1 0 1 0\n" + fr, std::nullopt},
         // Drahtfelder: unlesbar vor zu wenigen Segmenten; fehlende Felder zählen als 0.
         {tag4("GW foo 3 0 0 0 0 0 1 1mm"), "Draht: Feld nicht lesbar (Formel prüfen)."},
-        {tag4("GW 4 3 0 0 0 0 0 1 r"), unlesbar4},
-        {tag4("GW 4 0 x"), unlesbar4},
-        {tag4("GW 4 0 0 0 0 0 0 1 1mm"), "Draht (Tag 4) braucht mindestens 1 Segment."},
+        {tag4("GW 4 3 0 0 0 0 0 1 r"), "Draht (Tag 4): Feld nicht lesbar (Formel prüfen)."},
+        {tag4("GW 4 0 x"), "Draht (Tag 4): Feld nicht lesbar (Formel prüfen)."},
         {tag4("GW"), "Draht (Tag 0) braucht mindestens 1 Segment."},
         {tag4("GW 4 3 1 2 3 1 2 3 1mm"),
          "Draht (Tag 4) hat die Länge 0 – Anfangs- und Endpunkt sind gleich."},
@@ -116,17 +103,13 @@ TEST(Vorpruefung, ErsterGrundJeDeck) {
         {variablen + "GW 1 3 0 0 0 0 0 spaet 1mm\nGE 0\n" + ex + fr,
          "Draht (Tag 1): Feld nicht lesbar (Formel prüfen)."},
         // Ganzzahlfelder gerundet wie im Rechendeck: 11.5 wird 12, -0.5 wird -1.
-        {"SY n=11\nGW 1 n 0 0 -5 0 0 5 1mm\nGE 0\nEX 0 1 n+0.5 0 1 0\n" + fr, seg12},
+        {"SY n=11\nGW 1 n 0 0 -5 0 0 5 1mm\nGE 0\nEX 0 1 n+0.5 0 1 0\n" + fr,
+         "Speisung: Draht 1 hat 11 Segmente, Segment 12 gibt es nicht."},
         {"GW -0.5 0.5 0 0 -5 0 0 5 1mm\n" + rest,
          "Speisung auf Draht 1 – einen Draht mit diesem Tag gibt es nicht."},
-        {"SY l=c0/14/2\nGW 2*1 sqr(121) 0 0 -l/2 0 0 l/2 2mm/2\nGE 0\nEX 0 2 6 0 1 0\nFR 0 1 0 0 c0/l/2 0\n",
-         std::nullopt},
         // Speisung: nur Spannungsquellen (0 und 5) mit lesbaren Feldern und Tag über 0.
-        {draht + "GE 0\nEX 0 1 12 0 1 0\n" + fr, seg12},
         {draht + "GE 0\nEX 5 1 0 0 1 0\n" + fr,
          "Speisung: Draht 1 hat 11 Segmente, Segment 0 gibt es nicht."},
-        {draht + "GE 0\nEX 0 7 1 0 1 0\n" + fr, "Speisung auf Draht 7 – einen Draht mit diesem Tag gibt es nicht."},
-        {draht + "GE 0\nEX 1 7 1 0 1 0\n" + fr, std::nullopt},
         {draht + "GE 0\nEX 0 7 x 0 1 0\n" + fr, std::nullopt},
         {draht + "GE 0\nEX 1 7 1 0 1 0\nEX 0 1 99 0 1 0\nEX 0 8 1 0 1 0\n" + fr,
          "Speisung: Draht 1 hat 11 Segmente, Segment 99 gibt es nicht."},
@@ -175,9 +158,6 @@ TEST(Vorpruefung, UmfangUndLageNachKopienUndSymmetrie) {
          "Die Karte GM erzeugt mehr Drähte, als sich rechnen lassen – die Zahl der Kopien oder Segmente "
          "verkleinern."},
         {"GW 1 12001 0 0 0 0 0 1200 1mm\n",
-         "Das Modell hat 12001 Segmente" + zuViele + "Segmente verwenden."},
-        // Eine Karte nach GR hebt die Symmetrie auf, die nec2c sonst nutzte.
-        {"GW 1 1000 1 0 0 1 0 100 1mm\nGR 1 12\nGW 99 1 5 0 0 5 0 1 1mm\n",
          "Das Modell hat 12001 Segmente" + zuViele + "Segmente verwenden."},
         {"GW 1 3500 1 0 0 1 0 350 1mm\nGR 1 12\n",
          "Das Modell hat 42000 Segmente – so viele lassen sich in den 5 Minuten, die ein Lauf dauern darf, "
@@ -295,22 +275,11 @@ TEST(Pruefen, ReihenfolgeDerBefundeUndZahlenMitPunktAuchUnterDeutschemGebietssch
     if (!deutsch) GTEST_SKIP() << "Umgebung de_DE.UTF-8 fehlt";
 }
 
-TEST(Pruefen, LaengensprungAnDerToleranzgrenze) {
-    // Kurzes Segment von -100 bis 0 (t = 0,01 · 100 = 1 genau), langes ab x = mitte - 300.
-    const auto sprung = [](double mitteLang) {
-        std::vector<Segment> s{segment(1, 1, {-50, 0, 0}, 100, 0), segment(2, 2, {mitteLang, 0, 0}, 600, 0)};
-        return MP::laengenSprung(s);
-    };
-    EXPECT_EQ(sprung(301), 1.0);                        // Abstand genau t: berührt nicht
-    EXPECT_EQ(sprung(std::nextafter(301.0, 0.0)), 6.0); // knapp darunter: Verhältnis 6
-    // Verhältnis genau 5: keine Warnung.
-    std::vector<Segment> fuenf{segment(1, 1, {-0.0625, 0, 0}, 0.125, 0),
-                               segment(2, 2, {0.3125, 0, 0}, 0.625, 0)};
+TEST(Pruefen, LaengensprungGenauFuenfIstKeinBefund) {
+    const std::vector<Segment> fuenf{segment(1, 1, {-0.0625, 0, 0}, 0.125, 0),
+                                     segment(2, 2, {0.3125, 0, 0}, 0.625, 0)};
     EXPECT_EQ(MP::laengenSprung(fuenf), 5.0);
     EXPECT_EQ(befundMit(MP::pruefen(fuenf, 14), "An einer"), std::nullopt);
-    // Gleiche Nummer zählt nicht als eigenes Segment.
-    fuenf[1].nummer = 1;
-    EXPECT_EQ(MP::laengenSprung(fuenf), 1.0);
 }
 
 TEST(Pruefen, EndeAufDerMitteEinesAnderenDrahts) {
@@ -329,41 +298,6 @@ TEST(Pruefen, EndeAufDerMitteEinesAnderenDrahts) {
          "an Segmentenden. Segmentzahl so wählen, dass am Anschlusspunkt ein Segmentende liegt."}};
     EXPECT_EQ(pruefe(std::nextafter(0.0002, 0.0), 1e-6), gefunden);
     EXPECT_TRUE(pruefe(0.0002, 1e-6).empty());
-    // Summe der Radien über 0,0002 ist die Grenze.
-    EXPECT_EQ(pruefe(0.0005, 0.0003), gefunden);
-    EXPECT_TRUE(pruefe(0.0006, 0.0003).empty());
-}
-
-TEST(Pruefen, FreieEndenZaehlenNachbarnUeberspringenUndErsteStelleInListenfolge) {
-    // Ein Draht aus zwei Segmenten: seine freien Enden liegen auf ihm selbst, zählen aber nicht.
-    EXPECT_TRUE(MP::verbindungenPruefen(drahtX(1, 1, 0, 1, 2)).empty());
-    // Ein Draht, der mit beiden Enden auf Draht 7 liegt (Abstand 0): zwei Stellen.
-    const auto sieben = drahtX(10, 7, -1, 3, 3);
-    auto alle = drahtX(20, 3, 0, 1, 1, 0);
-    alle.insert(alle.end(), sieben.begin(), sieben.end());
-    auto b = MP::verbindungenPruefen(alle);
-    ASSERT_EQ(b.size(), 1u);
-    EXPECT_THAT(b[0].text, testing::StartsWith(
-                               "Draht 3 endet auf Draht 7, ist dort aber nicht verbunden (2 Stelle(n))"));
-    // Verbundene Enden (vorher/nachher ≠ 0 oder unbekannt) sind nicht frei.
-    auto verbunden = alle;
-    verbunden[0].vorher = 11;
-    verbunden[0].nachher.reset();
-    EXPECT_TRUE(MP::verbindungenPruefen(verbunden).empty());
-    // Segmente der Länge 0 zählen nicht.
-    for (auto& g : alle)
-        if (g.tag == 7) g.laenge = 0;
-    EXPECT_TRUE(MP::verbindungenPruefen(alle).empty());
-
-    // Zwei Drähte treffen sich bei x = 2, ein dritter endet frei genau dort. Draht 5
-    // steht in der Liste vorn, liegt aber nur rechts der Stelle.
-    std::vector<Segment> s{segment(1, 5, {2.5, 0, 0}, 1, 0), segment(2, 6, {1.5, 0, 0}, 1, 0),
-                           segment(3, 7, {2, 0.5, 0}, 1, 0, 0, -90)};
-    s[2].nachher = 0;
-    b = MP::verbindungenPruefen(s);
-    ASSERT_EQ(b.size(), 1u);
-    EXPECT_THAT(b[0].text,
-                testing::StartsWith("Draht 7 endet auf Draht 5, ist dort aber nicht verbunden (1 "));
 }
 
 TEST(BodenPruefen, UntereEndenGegenMikrometer) {
@@ -372,7 +306,6 @@ TEST(BodenPruefen, UntereEndenGegenMikrometer) {
         return MP::bodenPruefen(s, true).size();
     };
     EXPECT_EQ(boden(-1e-6, 0), 0u);
-    EXPECT_EQ(boden(-2e-6, 0), 1u);
     // Senkrecht: das untere Ende zählt, gleich ob alpha 90 oder -90.
     EXPECT_EQ(boden(0.5, 90), 0u);
     EXPECT_EQ(boden(0.49, 90), 1u);
@@ -395,7 +328,6 @@ TEST(NecMeldung, UeberschriftNachStichwort) {
         std::string erwartet;
     };
     const Fall faelle[] = {
-        {"NO SEGMENT HAS AN ITAG OF 9", draehte + "NO SEGMENT HAS AN ITAG OF 9"},
         {"\n  GEOMETRY DATA CARD ERROR \n", draehte + "GEOMETRY DATA CARD ERROR"},
         {"error in excitation", "Fehler bei der Speisung (EX). NEC meldet: error in excitation"},
         {"LOADING ERROR", "Fehler bei einer Last (LD). NEC meldet: LOADING ERROR"},
@@ -448,7 +380,6 @@ TEST(NeueKarte, VorgabenJeTyp) {
     for (const auto& f : std::initializer_list<Fall>{
              {"GW", {"8", "11"}, {"4", "-0.5", "1", "4", "0.5", "1", "1mm"}},
              {"GA", {"8", "12"}, {"0.5", "0", "180", "1mm"}},
-             {"GH", {"8", "40"}, {"0.05", "0.5", "0.05", "0.05", "0.05", "0.05", "1mm", "0"}},
              {"EX", {"0", "3", "3", "0"}, {"1", "0"}},
              {"EN", {}, {}},
          }) {
@@ -476,6 +407,11 @@ namespace {
 double abstandRef(const Punkt3& a, const Punkt3& b) {
     const double dx = a[0] - b[0], dy = a[1] - b[1], dz = a[2] - b[2];
     return std::sqrt(dx * dx + dy * dy + dz * dz);
+}
+
+// p + u·(q − p), mit genau diesen Rechenschritten.
+Punkt3 aufGerade(const Punkt3& p, const Punkt3& q, double u) {
+    return {p[0] + u * (q[0] - p[0]), p[1] + u * (q[1] - p[1]), p[2] + u * (q[2] - p[2])};
 }
 
 double abstandZurStreckeRef(const Punkt3& p, const Segment& s) {
@@ -520,8 +456,7 @@ std::vector<Befund> verbindungenRef(const std::vector<Segment>& s) {
                     std::abs(static_cast<double>(g.nummer) - static_cast<double>(f.nummer)) < 2)
                     continue;
                 if (g.laenge == 0) continue;
-                double grenze = f.radius + g.radius;
-                if (grenze < 0.0002) grenze = 0.0002;
+                const double grenze = std::max(f.radius + g.radius, 0.0002);
                 if (abstandZurStreckeRef(p, g) < grenze) {
                     if (!erste) erste = {f.tag, g.tag};
                     ++k;
@@ -594,23 +529,16 @@ class Zufallsmodell {
 
     // Ein Draht aus n Segmenten zwischen Punkten eines groben Gitters, oft an einem vorhandenen Ende.
     void draht() {
-        const auto punkt = [&] {
-            const auto k = [&] {
-                return (ganz(3) == 0 ? std::round(gleich(0, 4)) : gleich(0, 4)) * massstab_;
-            };
-            return Punkt3{k(), k(), k()};
-        };
+        const auto k = [&] { return (ganz(3) == 0 ? std::round(gleich(0, 4)) : gleich(0, 4)) * massstab_; };
+        const auto punkt = [&] { return Punkt3{k(), k(), k()}; };
         const Punkt3 p = !s_.empty() && ganz(2) == 0 ? irgendeinEnde(irgendeins()) : punkt();
         const Punkt3 q = punkt();
         const int n = 1 + static_cast<int>(ganz(ganz(4) == 0 ? 40 : 6));
         const std::int64_t t = tag(8);
         const double r = radius();
         const std::size_t erstes = s_.size();
-        const auto ort = [&](double u) {
-            return Punkt3{p[0] + u * (q[0] - p[0]), p[1] + u * (q[1] - p[1]), p[2] + u * (q[2] - p[2])};
-        };
         for (int i = 0; i < n; ++i)
-            s_.push_back(zwischen(ort(double(i) / n), ort(double(i + 1) / n), t, r));
+            s_.push_back(zwischen(aufGerade(p, q, double(i) / n), aufGerade(p, q, double(i + 1) / n), t, r));
         for (std::size_t i = erstes; i < s_.size(); ++i) {
             s_[i].vorher = i == erstes ? verbindung() : Verbindung(s_[i - 1].nummer);
             s_[i].nachher = i + 1 == s_.size() ? verbindung() : Verbindung(s_[i + 1].nummer);
@@ -669,7 +597,7 @@ class Zufallsmodell {
         const Segment ziel = irgendeins();
         const auto [a, b] = ziel.enden();
         const double u = std::array<double, 4>{0, 0.5, 1, gleich(0, 1)}[ganz(4)];
-        Punkt3 p{a[0] + u * (b[0] - a[0]), a[1] + u * (b[1] - a[1]), a[2] + u * (b[2] - a[2])};
+        Punkt3 p = aufGerade(a, b, u);
         const double rf = radius();
         const double grenze = std::max(rf + ziel.radius, 0.0002);
         const int achse = static_cast<int>(ganz(3));
@@ -703,9 +631,7 @@ class Zufallsmodell {
             [](Segment& k) { k.laenge = 1e-300; },
             [&](Segment& k) { // gleiche Nummer, siebenmal so lang, vom selben Anfang aus
                 const auto [a, b] = k.enden();
-                k = zwischen(a,
-                             {a[0] + 7 * (b[0] - a[0]), a[1] + 7 * (b[1] - a[1]), a[2] + 7 * (b[2] - a[2])},
-                             k.tag, k.radius);
+                k = zwischen(a, aufGerade(a, b, 7), k.tag, k.radius);
                 k.nummer = s_.front().nummer;
             },
         };

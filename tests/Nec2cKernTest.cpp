@@ -3,10 +3,8 @@
 
 #include "TestHilfen.hpp"
 
-#include <atomic>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <thread>
 
 using namespace NECKern;
 using TestHilfen::dateiLesen;
@@ -67,11 +65,6 @@ TEST(Nec2cKern, FehlerImBerichtWirdZurWarnung) {
     EXPECT_TRUE(e.frequenzen.empty());
     EXPECT_EQ(e.warnungen, (std::vector<std::string>{"nec2c beendet mit 255: NO SEGMENT HAS AN ITAG OF 9"}));
 
-    const auto ohneGE = echt.rechnen("CE\nGW 1 21 0 -5 10 0 5 10 0.001\nEX 0 1 11 0 1 0\nEN\n");
-    ASSERT_EQ(ohneGE.warnungen.size(), 2u);
-    EXPECT_EQ(ohneGE.warnungen[0], "GEOMETRY DATA CARD ERROR");
-    EXPECT_THAT(ohneGE.warnungen[1], testing::StartsWith("nec2c beendet mit 255: EX   0     1   11.00000"));
-
     const auto leer = echt.rechnen("");
     EXPECT_EQ(leer.warnungen, (std::vector<std::string>{
                                   "nec2c beendet mit 253: nec2c: Error reading input file - aborting"}));
@@ -84,9 +77,6 @@ TEST_F(MitFalschemKern, AbbruchOhneBerichtWirftMitBerichtIstEsEineWarnung) {
     EXPECT_THAT(
         [&] { als("leer4").rechnen("EN\n"); },
         testing::ThrowsMessage<KernFehler>("nec2c: beendet mit 4, ohne Bericht und ohne Fehlermeldung"));
-    EXPECT_THAT(
-        [&] { als("signal").rechnen("EN\n"); },
-        testing::ThrowsMessage<KernFehler>("nec2c: beendet mit 10, ohne Bericht und ohne Fehlermeldung"));
     EXPECT_TRUE(temp.eintraege().empty());
 
     const auto e = als("bericht1").rechnen("EN\n");
@@ -117,7 +107,6 @@ TEST(Ascii, UmschreibenEntfernenUndWeglassen) {
         {"CM λ/4", "CM lambda/4"},
         {"Ä ö ü é ñ", "A o u e n"},
         {"Größe ß 20°C – „ok“ ±1,5 µH ²³", "Grosse ss 20GradC - \"ok\" +-1,5 uH 23"},
-        {"Λ μ ω 50 Ω", "Lambda u omega 50 Ohm"},
         // Was die eigene Tabelle nicht kennt, geht an ICU: fremde Schrift, Akzente, Übriges fällt weg.
         {"Антенна", "Antenna"},
         {"ą ő ☺ Ω", "a o  Ohm"},
@@ -136,28 +125,5 @@ TEST(Nec2cKern, ZuLangeKarteWirdAbgelehntLangerKommentarUmgebrochen) {
                 testing::ThrowsMessage<KernFehler>(
                     "Die Karte GH ist 135 Zeichen lang, nec2c liest aber nur 132 je Zeile – kleine Masse in "
                     "Millimetern schreiben und mit GS 0 0 0.001 in Meter umrechnen."));
-    EXPECT_TRUE(temp.eintraege().empty());
-}
-
-TEST(Nec2cKern, VieleLaeufeAusAchtThreads) {
-    PrivaterTemp temp;
-    const auto dipol = deck("dipol.nec");
-    const auto erwartet = echt.rechnen(dipol).frequenzen;
-    const KernZeiger kern = std::make_shared<const Nec2cKern>(TestHilfen::nec2c);
-    std::atomic<int> naechster = 0;
-    std::atomic<int> gleich = 0;
-    std::vector<std::thread> faeden;
-    for (int t = 0; t < 8; ++t)
-        faeden.emplace_back([&] {
-            while (naechster++ < 16) {
-                try {
-                    if (kern->rechnen(dipol).frequenzen == erwartet) ++gleich;
-                } catch (const KernFehler&) {
-                }
-            }
-        });
-    for (auto& f : faeden)
-        f.join();
-    EXPECT_EQ(gleich, 16);
     EXPECT_TRUE(temp.eintraege().empty());
 }

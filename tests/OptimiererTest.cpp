@@ -95,7 +95,6 @@ TEST(Optimierer, KostentermeJeZielart) {
         {Ziel(Ziel::Art::vorRueck, 14, 20, 1), ergebnis(14, std::nullopt), 4},
         {Ziel(Ziel::Art::swr, 14, 1.5, 2), ergebnis(14, Komplex{100, 0}), 1},
         {Ziel(Ziel::Art::swr, 14, 1.5, 1), ergebnis(14, std::nullopt), 98.5},
-        {Ziel(Ziel::Art::swr, 14, 1.5, 1), ergebnis(14, Komplex{-50, 0}), INFINITY},
         {Ziel(Ziel::Art::resonanz, 14, 99, 1), ergebnis(14, Komplex{50, -25}), 2.5},
         {Ziel(Ziel::Art::resonanz, 14, 0, 1), ergebnis(14, std::nullopt), 100},
         {Ziel(Ziel::Art::impedanzR, 14, 50, 3), ergebnis(14, Komplex{40, 7}), 3},
@@ -237,9 +236,8 @@ TEST(Optimierer, UebernehmenSchreibtFuenfStellen) {
     Modell m;
     m.variablen = {variable("a", "1"), variable("b", "2"), variable("c", "3"), variable("a", "a*2")};
     auto neu = Optimierer::uebernehmen(m, {{"a", 0.123456789}, {"b", 1234567.0}, {"fehlt", 1}});
-    EXPECT_EQ(neu.variablen[0].ausdruck, "0.12346");
-    EXPECT_EQ(neu.variablen[1].ausdruck, "1.2346e+06");
-    EXPECT_EQ(neu.variablen[2].ausdruck, "3");
-    EXPECT_EQ(neu.variablen[3].ausdruck, "0.12346");
-    EXPECT_EQ(neu.variablen.size(), 4u);
+    std::vector<std::string> ausdruecke;
+    for (const auto& v : neu.variablen)
+        ausdruecke.push_back(v.ausdruck);
+    EXPECT_EQ(ausdruecke, (std::vector<std::string>{"0.12346", "1.2346e+06", "3", "0.12346"}));
 }

@@ -4,6 +4,7 @@
 #include "NECKern/Rechenkerne/Nec2cKern.hpp"
 
 #include <filesystem>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 using namespace NECKern;
@@ -57,10 +58,7 @@ TEST(Rechengang, DrahtEndeMitteImSegmentWirdGemeldet) {
     ASSERT_FALSE(d.fehler) << *d.fehler;
     ASSERT_EQ(d.befunde.size(), 1u);
     EXPECT_EQ(d.befunde[0].stufe, Stufe::fehler);
-    EXPECT_EQ(d.befunde[0].text,
-              "Draht 2 endet auf Draht 1, ist dort aber nicht verbunden (1 Stelle(n)) – NEC "
-              "verbindet nur an Segmentenden. Segmentzahl so wählen, dass am Anschlusspunkt ein "
-              "Segmentende liegt.");
+    EXPECT_THAT(d.befunde[0].text, testing::StartsWith("Draht 2 endet auf Draht 1,"));
 }
 
 TEST(Rechengang, AndererKernBekommtDieGegenprobe) {

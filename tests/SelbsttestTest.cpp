@@ -93,16 +93,15 @@ TEST(Selbsttest, DeckeAlsTextNacheinander) {
         decks.push_back(lauf.deck);
     const std::string dipol = "CM Selbsttest\nCE\nGW 1 51 0 0 -0.25 0 0 0.25 1e-05\nGE 0\nEX 0 1 26 0 1 0\n"
                               "FR 0 1 0 0 299.792458 0\n";
-    EXPECT_EQ(decks,
-              (std::vector<std::string>{
-                  "CM Selbsttest\nCE\nGW 1 21 0 0 -0.025 0 0 0.025 1e-05\nGE 0\nEX 0 1 11 0 1 0\n"
-                  "FR 0 1 0 0 299.792458 0\nRP 0 1 1 1000 90 0 0 0\nEN\n",
-                  dipol + "RP 0 1 1 1000 90 0 0 0\nEN\n",
-                  dipol + "RP 0 37 72 1000 0 0 5 5\nEN\n",
-                  "CM M\nCE\nGW 1 25 0 0 0 0 0 0.25 1e-5\nGE 1\nGN 1\nEX 0 1 1 0 1 0\n"
-                  "FR 0 1 0 0 299.792458 0\nRP 0 1 1 1000 90 0 0 0\nEN\n",
-                  dipol + "RP 0 1 1 1000 90 0 0 0\nNE 0 1 1 1 30 0 0 0 0 0\nEN\n",
-              }));
+    EXPECT_EQ(decks, (std::vector<std::string>{
+                         "CM Selbsttest\nCE\nGW 1 21 0 0 -0.025 0 0 0.025 1e-05\nGE 0\nEX 0 1 11 0 1 0\n"
+                         "FR 0 1 0 0 299.792458 0\nRP 0 1 1 1000 90 0 0 0\nEN\n",
+                         dipol + "RP 0 1 1 1000 90 0 0 0\nEN\n",
+                         dipol + "RP 0 37 72 1000 0 0 5 5\nEN\n",
+                         "CM M\nCE\nGW 1 25 0 0 0 0 0 0.25 1e-5\nGE 1\nGN 1\nEX 0 1 1 0 1 0\n"
+                         "FR 0 1 0 0 299.792458 0\nRP 0 1 1 1000 90 0 0 0\nEN\n",
+                         dipol + "RP 0 1 1 1000 90 0 0 0\nNE 0 1 1 1 30 0 0 0 0 0\nEN\n",
+                     }));
 }
 
 TEST(Selbsttest, KurzerDipolAnDerFuenfProzentGrenze) {
@@ -111,14 +110,8 @@ TEST(Selbsttest, KurzerDipolAnDerFuenfProzentGrenze) {
         double r;
         bool bestanden;
     };
-    for (const auto& f : std::vector<Fall>{{0.46881, true},
-                                           {0.4688, true},
-                                           {0.46875, true},
-                                           {0.46864, false},
-                                           {0.468, false},
-                                           {0.51815, true},
-                                           {0.51825, false},
-                                           {std::nan(""), false}}) {
+    for (const auto& f : std::vector<Fall>{
+             {0.46875, true}, {0.46864, false}, {0.51815, true}, {0.51825, false}, {std::nan(""), false}}) {
         Vorgabe v;
         v.rKurz = f.r;
         EXPECT_EQ(laufen(v)[0].bestanden, f.bestanden) << f.r;
@@ -138,7 +131,6 @@ TEST(Selbsttest, AbweichungenUndBekannteAbweichung) {
               (std::vector<std::string>{"0.6000", "1.032", "3.12", "0.02330"}));
     EXPECT_EQ(z[0].bestanden, false);
     EXPECT_TRUE(Selbsttest::bekannteAbweichung("zirkon5", z[0].pruefung));
-    EXPECT_TRUE(Selbsttest::bekannteAbweichung("zirkon-klinge", z[0].pruefung));
     EXPECT_FALSE(Selbsttest::bekannteAbweichung("nec2c", z[0].pruefung));
     EXPECT_FALSE(Selbsttest::bekannteAbweichung("zirkon5", z[1].pruefung));
     EXPECT_EQ(Selbsttest::zusammenfassung(z),

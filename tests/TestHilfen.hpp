@@ -9,9 +9,9 @@
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <optional>
 #include <ostream>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -31,45 +31,8 @@ inline const fs::path falscherKern = fs::path(WW_HILFEN_ORDNER) / "falscherKern"
 
 inline std::string dateiLesen(const fs::path& pfad) {
     std::ifstream datei(pfad, std::ios::binary);
-    std::ostringstream inhalt;
-    inhalt << datei.rdbuf();
-    return inhalt.str();
+    return {std::istreambuf_iterator<char>(datei), {}};
 }
-
-// Lenkt TMPDIR für die Dauer eines Tests in einen eigenen Ordner, damit die
-// Arbeitsordner dieses Tests sich zählen lassen, ohne andere Läufe zu sehen.
-class PrivaterTemp {
-  public:
-    PrivaterTemp() {
-        std::string muster = (fs::temp_directory_path() / "ww-test-XXXXXX").string();
-        ordner_ = ::mkdtemp(muster.data());
-        if (const char* alt = std::getenv("TMPDIR")) alt_ = alt;
-        ::setenv("TMPDIR", ordner_.c_str(), 1);
-    }
-    ~PrivaterTemp() {
-        if (alt_)
-            ::setenv("TMPDIR", alt_->c_str(), 1);
-        else
-            ::unsetenv("TMPDIR");
-        std::error_code egal;
-        fs::remove_all(ordner_, egal);
-    }
-    PrivaterTemp(const PrivaterTemp&) = delete;
-    PrivaterTemp& operator=(const PrivaterTemp&) = delete;
-
-    const fs::path& ordner() const { return ordner_; }
-
-    std::vector<std::string> eintraege() const {
-        std::vector<std::string> namen;
-        for (const auto& e : fs::directory_iterator(ordner_))
-            namen.push_back(e.path().filename().string());
-        return namen;
-    }
-
-  private:
-    fs::path ordner_;
-    std::optional<std::string> alt_;
-};
 
 // Setzt eine Umgebungsvariable für die Dauer eines Tests (nullptr: entfernt sie).
 class Umgebung {
@@ -93,6 +56,35 @@ class Umgebung {
   private:
     const char* name_;
     std::optional<std::string> alt_;
+};
+
+inline fs::path neuerTempOrdner() {
+    std::string muster = (fs::temp_directory_path() / "ww-test-XXXXXX").string();
+    return ::mkdtemp(muster.data());
+}
+
+// Lenkt TMPDIR für die Dauer eines Tests in einen eigenen Ordner, damit die
+// Arbeitsordner dieses Tests sich zählen lassen, ohne andere Läufe zu sehen.
+class PrivaterTemp {
+  public:
+    PrivaterTemp() : ordner_(neuerTempOrdner()), tmpdir_("TMPDIR", ordner_.c_str()) {}
+    ~PrivaterTemp() {
+        std::error_code egal;
+        fs::remove_all(ordner_, egal);
+    }
+
+    const fs::path& ordner() const { return ordner_; }
+
+    std::vector<std::string> eintraege() const {
+        std::vector<std::string> namen;
+        for (const auto& e : fs::directory_iterator(ordner_))
+            namen.push_back(e.path().filename().string());
+        return namen;
+    }
+
+  private:
+    fs::path ordner_;
+    Umgebung tmpdir_;
 };
 
 // Ein Link auf das falsche Löserprogramm; sein Name wählt, was es tut.

@@ -54,6 +54,28 @@ inline NECKern::KernZeiger falscherExternerKern(const std::filesystem::path& ord
         std::vector<std::string>{"{ein}", "{aus}"}, false, false, false);
 }
 
+// Eine Seite auf dem Modell, sichtbar in der Breite der Seitenleiste.
+template <typename Seite> std::unique_ptr<Seite> seiteZeigen(AppModell& app) {
+    auto seite = std::make_unique<Seite>(app);
+    seite->resize(520, 1000);
+    seite->show();
+    return seite;
+}
+
+// Ein ausführbares Skript mit diesem Inhalt.
+inline std::filesystem::path skript(const std::filesystem::path& pfad, const char* inhalt) {
+    std::ofstream(pfad) << inhalt;
+    std::filesystem::permissions(pfad, std::filesystem::perms::owner_all);
+    return pfad;
+}
+
+// Ein Python, das statt einer virtuellen Umgebung ein pip anlegt, das nichts tut.
+inline constexpr const char* stillesPython = R"(#!/bin/sh
+mkdir -p "$3/bin"
+printf '#!/bin/sh\nexit 0\n' > "$3/bin/pip"
+chmod +x "$3/bin/pip"
+)";
+
 // Die Umgebung eines Tests: Hauptkern und nec2c sind Attrappen, Ordner privat.
 class AppTest : public testing::Test {
   protected:

@@ -83,19 +83,15 @@ TEST(Ansicht3DKamera, EinpassenZeigtJedenPunktUndFuelltDasBild) {
 }
 
 TEST(Ansicht3DKamera, StandardansichtenLegenDieAchsenWieUeblich) {
-    struct Fall {
-        Blick blick;
-        Vek3 nachRechts, nachOben;
-    };
-    const std::vector<Fall> faelle{{Blick::oben, {1, 0, 0}, {0, 1, 0}},
-                                   {Blick::vorne, {1, 0, 0}, {0, 0, 1}},
-                                   {Blick::seite, {0, 1, 0}, {0, 0, 1}}};
-    for (const auto& f : faelle) {
+    const std::tuple<Blick, Vek3, Vek3> faelle[] = {{Blick::oben, {1, 0, 0}, {0, 1, 0}},
+                                                    {Blick::vorne, {1, 0, 0}, {0, 0, 1}},
+                                                    {Blick::seite, {0, 1, 0}, {0, 0, 1}}};
+    for (const auto& [blick, nachRechts, nachOben] : faelle) {
         Kamera k;
-        k.blick(f.blick);
+        k.blick(blick);
         const auto p = k.projektion();
-        EXPECT_NEAR((p.bild(f.nachRechts) - p.bild({})).x(), k.massstab(), 1e-9);
-        EXPECT_NEAR((p.bild(f.nachOben) - p.bild({})).y(), -k.massstab(), 1e-9);
+        EXPECT_NEAR((p.bild(nachRechts) - p.bild({})).x(), k.massstab(), 1e-9);
+        EXPECT_NEAR((p.bild(nachOben) - p.bild({})).y(), -k.massstab(), 1e-9);
     }
 }
 

@@ -33,15 +33,8 @@ NECKern::FrequenzErgebnis dipol(double laenge = 1) {
     e.mhz = 145;
     e.stroemeGeliefert = true;
     for (int i = 0; i < 3; ++i) {
-        NECKern::Segment s;
-        s.nummer = i + 1;
-        s.tag = 1;
-        s.y = (i - 1) * laenge / 3;
-        s.laenge = laenge / 3;
-        s.beta = 90;
-        s.radius = 0.002;
-        s.strom = {i == 1 ? 0.01 : 0.004, 0};
-        e.segmente.push_back(s);
+        const double strom = i == 1 ? 0.01 : 0.004, l = laenge / 3;
+        e.segmente.push_back({i + 1, 1, 0, (i - 1) * l, 0, l, 0, 90, 0.002, {strom, 0}, {}, {}});
     }
     e.quellen.push_back({1, 2, {1, 0}, {0.01, 0}, {73, 0}});
     for (int p = 0; p < 360; p += 10)
@@ -54,6 +47,14 @@ QString texte(const Ansicht3D& ansicht) {
     QPainter maler(&geraet);
     ansicht.malen(maler, QRectF(0, 0, 800, 500));
     return geraet.texte();
+}
+
+QImage gemalt(const Ansicht3D& ansicht, const QRectF& rahmen) {
+    QImage bild(rahmen.size().toSize(), QImage::Format_ARGB32);
+    QPainter maler(&bild);
+    ansicht.malen(maler, rahmen);
+    maler.end();
+    return bild;
 }
 
 void rad(Ansicht3D& ansicht, int winkel) {
@@ -72,11 +73,7 @@ TEST(Ansicht3D, YagiDraehteLiegenWoDieProjektionSagt) {
     ansicht.setStrom(false);
     ansicht.zeigen(e, NECKern::Modell{});
     const QRectF rahmen(0, 0, 1000, 600); // grösser als die Ansicht, wie beim Export
-    QImage bild(1000, 600, QImage::Format_ARGB32);
-    {
-        QPainter maler(&bild);
-        ansicht.malen(maler, rahmen);
-    }
+    const QImage bild = gemalt(ansicht, rahmen);
     const auto p = ansicht.projektion(rahmen);
     auto dunkel = [&](const QPointF& punkt) { return bild.pixelColor(punkt.toPoint()).lightness() < 110; };
     for (const auto& s : e.segmente) {
@@ -104,17 +101,12 @@ TEST(Ansicht3D, StromfarbenLinearUndInDb) {
                            static_cast<int>(std::floor(aussen.y())));
     for (bool db : {false, true}) {
         ansicht.setStromInDb(db);
-        QImage bild(600, 400, QImage::Format_ARGB32);
-        {
-            QPainter maler(&bild);
-            ansicht.malen(maler, rahmen);
-        }
         // Aussen fliessen 4 mA, in der Mitte 10 mA: 0,4 des Höchstwerts oder −8 dB.
         const QColor erwartet = Raumbild::Farbskala::strom(db ? 20 * std::log10(0.4) / 30 + 1 : 0.4);
-        const QColor gemalt = bild.pixelColor(bildpunkt);
-        EXPECT_NEAR(gemalt.red(), erwartet.red(), 2) << db;
-        EXPECT_NEAR(gemalt.green(), erwartet.green(), 2) << db;
-        EXPECT_NEAR(gemalt.blue(), erwartet.blue(), 2) << db;
+        const QColor farbe = gemalt(ansicht, rahmen).pixelColor(bildpunkt);
+        EXPECT_NEAR(farbe.red(), erwartet.red(), 2) << db;
+        EXPECT_NEAR(farbe.green(), erwartet.green(), 2) << db;
+        EXPECT_NEAR(farbe.blue(), erwartet.blue(), 2) << db;
     }
 }
 
@@ -204,8 +196,6 @@ TEST(Ansicht3D, UnsinnigeWerteUndExtremerZoomMalenOhneAbsturz) {
     QMouseEvent zeiger(QEvent::MouseMove, QPointF(200, 150), QPointF(200, 150), Qt::NoButton, Qt::NoButton,
                        Qt::NoModifier);
     QCoreApplication::sendEvent(&ansicht, &zeiger);
-    QImage bild(400, 300, QImage::Format_ARGB32);
-    QPainter maler(&bild);
-    ansicht.malen(maler, QRectF(0, 0, 400, 300));
+    gemalt(ansicht, QRectF(0, 0, 400, 300));
     EXPECT_TRUE(ansicht.kamera().ziel().endlich());
 }

@@ -24,12 +24,6 @@ QPushButton* knopf(QWidget& seite, const QString& text) {
     return nullptr;
 }
 
-QByteArray lesen(const QString& pfad) {
-    QFile datei(pfad);
-    datei.open(QIODevice::ReadOnly);
-    return datei.readAll();
-}
-
 } // namespace
 
 class DiagrammSeiten : public AppTestHilfen::AppTest {};
@@ -74,11 +68,10 @@ TEST_F(DiagrammSeiten, FrequenzgangVonDerEingabeBisZurDatei) {
     });
     knopf(seite, "CSV sichern …")->click();
     knopf(seite, "Touchstone sichern …")->click();
-    const QString name =
-        QString::fromStdString(app->modell().name.empty() ? "Frequenzgang" : app->modell().name);
-    ASSERT_EQ(gefragt, (QStringList{name + ".csv", name + ".s1p"}));
-    EXPECT_EQ(lesen(ordner.filePath(gefragt[0])).toStdString(), NECKern::Gangdatei::csv(app->gang()));
-    EXPECT_EQ(lesen(ordner.filePath(gefragt[1])).toStdString(),
+    ASSERT_EQ(gefragt, (QStringList{"3-Element-Yagi 20 m.csv", "3-Element-Yagi 20 m.s1p"}));
+    EXPECT_EQ(TestHilfen::dateiLesen(ordner.filePath(gefragt[0]).toStdString()),
+              NECKern::Gangdatei::csv(app->gang()));
+    EXPECT_EQ(TestHilfen::dateiLesen(ordner.filePath(gefragt[1]).toStdString()),
               NECKern::Gangdatei::touchstone(app->modell(), app->gang()));
 }
 

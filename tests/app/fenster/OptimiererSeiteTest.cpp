@@ -29,13 +29,6 @@ class OptimiererSeiteTest : public AppTest {
         return app;
     }
 
-    std::unique_ptr<OptimiererSeite> zeigen(AppModell& app) {
-        auto seite = std::make_unique<OptimiererSeite>(app);
-        seite->resize(520, 1000);
-        seite->show();
-        return seite;
-    }
-
     // Tippt in eine Zelle und bestätigt mit Enter.
     static void eintippen(QTableView& tabelle, int zeile, int spalte, const QString& text) {
         const auto index = tabelle.model()->index(zeile, spalte);
@@ -61,7 +54,7 @@ TEST_F(OptimiererSeiteTest, StartAbbruchVerlaufUndUebernahmeMitEinemRueckgaengig
     auto app = markiert();
     const auto vorher = app->modell();
     std::vector<std::size_t> punkte;
-    auto seite = zeigen(*app);
+    auto seite = AppTestHilfen::seiteZeigen<OptimiererSeite>(*app);
     auto* knopf = seite->findChild<QPushButton*>("optimieren");
     auto* uebernehmen = seite->findChild<QPushButton*>("uebernehmen");
     const auto* diagramm = seite->findChild<KostenDiagramm*>();
@@ -96,7 +89,7 @@ TEST_F(OptimiererSeiteTest, StartAbbruchVerlaufUndUebernahmeMitEinemRueckgaengig
 
 TEST_F(OptimiererSeiteTest, EingabenInDenTabellen) {
     auto app = anwendung();
-    auto seite = zeigen(*app);
+    auto seite = AppTestHilfen::seiteZeigen<OptimiererSeite>(*app);
     auto* variablen = seite->findChild<QTableView*>("variablen");
     auto* ziele = seite->findChild<QTableView*>("ziele");
     const auto meldungen = seite->findChildren<QLabel*>();

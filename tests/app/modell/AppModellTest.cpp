@@ -22,11 +22,9 @@ Modell abgewandelt(Modell m, double wert) {
     return m;
 }
 
-Modell mitFrequenzen(Modell m, int anzahl, double start = 14.0, double schritt = 0.1) {
+Modell mitFrequenzen(Modell m, int anzahl) {
     for (auto& k : m.karten)
-        if (k.typ == "FR")
-            k = Karte("FR", {"0", std::to_string(anzahl), "0", "0"},
-                      {fmt::format("{}", start), fmt::format("{}", schritt)});
+        if (k.typ == "FR") k = Karte("FR", {"0", std::to_string(anzahl), "0", "0"}, {"14", "0.1"});
     return m;
 }
 
@@ -79,33 +77,28 @@ TEST_F(AppModellRechengang, OhneVerfuegbarenKernRechnetNec2c) {
     auto fehlt = std::make_shared<const ExternerKern>("zirkon", "Fehlt", "", temp.ordner() / "fehlt",
                                                       std::vector<std::string>{}, false, false, false);
     kerne = {nec2c, haupt, fehlt};
-    for (const char* kennung : {"zirkon", "gibt-es-nicht"}) {
-        auto app = anwendung(kennung);
-        app->rechnen(false);
-        ASSERT_TRUE(fertig(*app)) << kennung;
-        EXPECT_FALSE(app->gegenprobe()) << "nec2c prüft sich nicht selbst";
-    }
-    EXPECT_EQ(laeufeMit(*nec2c, anwendung()->modell().deck()), 2);
+    auto app = anwendung("zirkon");
+    app->rechnen(false);
+    ASSERT_TRUE(fertig(*app));
+    EXPECT_FALSE(app->gegenprobe()) << "nec2c prüft sich nicht selbst";
+    EXPECT_EQ(laeufeMit(*nec2c, app->modell().deck()), 1);
     EXPECT_TRUE(haupt->laeufe().empty());
 }
 
 TEST_F(AppModellRechengang, FrequenzwahlBleibtInnerhalbDesNeuenErgebnisses) {
-    struct Fall {
-        int vorher;
-        int frequenzen;
-        int nachher;
-    };
     // Ohne Frequenz lehnt der Kern den Lauf mit einer Warnung ab.
     haupt->warnungen = {"NO SEGMENT HAS AN ITAG OF 7"};
-    for (const auto& f : {Fall{7, 3, 2}, Fall{1, 3, 1}, Fall{5, 0, 0}}) {
+    // Gewählter Index vorher, Zahl der Frequenzen, Index nachher.
+    const std::array<int, 3> faelle[] = {{7, 3, 2}, {1, 3, 1}, {5, 0, 0}};
+    for (const auto& [vorher, frequenzen, nachher] : faelle) {
         auto app = anwendung();
         app->setAutomatisch(false);
-        app->setModell(mitFrequenzen(app->modell(), f.frequenzen));
-        app->setFrequenzIndex(f.vorher);
+        app->setModell(mitFrequenzen(app->modell(), frequenzen));
+        app->setFrequenzIndex(vorher);
         app->rechnen(false);
         ASSERT_TRUE(warten([&] { return app->ergebnis() && !app->rechnetGerade(); }));
-        EXPECT_EQ(app->frequenzIndex(), f.nachher) << f.vorher << " bei " << f.frequenzen;
-        if (f.frequenzen == 0) {
+        EXPECT_EQ(app->frequenzIndex(), nachher) << vorher << " bei " << frequenzen;
+        if (frequenzen == 0) {
             EXPECT_EQ(app->fehler(), Modellpruefung::necMeldung("NO SEGMENT HAS AN ITAG OF 7"));
             EXPECT_EQ(app->aktuell(), nullptr);
         }
@@ -146,7 +139,6 @@ TEST_F(AppModellRechengang, GegenprobeNurMitAnderemKernUndNieAlsMeldung) {
         ASSERT_TRUE(fertig(*app));
         EXPECT_FALSE(app->fehler()) << f.kennung;
         EXPECT_EQ(app->gegenprobe().has_value(), f.gegenprobe) << f.kennung << " " << f.nec2cScheitert;
-        EXPECT_EQ(app->gegenprobeUrteil().has_value(), f.gegenprobe);
     }
 }
 
@@ -259,11 +251,12 @@ TEST_F(AppModellDokument, RueckgaengigUndWiederholenRechnenWieJedeAenderung) {
 class AppModellNeben : public AppTest {};
 
 TEST_F(AppModellNeben, FeldkarteKlemmtDiePunktzahlUndBrauchtNahfelder) {
-    haupt->antwort = [](double mhz, std::string_view deck) {
+    bool nahfelder = true;
+    haupt->antwort = [&](double mhz, std::string_view deck) {
         auto f = KernAttrappe::standard(mhz, deck);
         f.segmente = draht(0.5);
         f.leistungEingang = 0.01;
-        if (TestHilfen::hatKarte(deck, "NE")) f.nahfeldE = {{0, 0, 2, {1, 0, 0}, {0, 0, 0}}};
+        if (nahfelder && TestHilfen::hatKarte(deck, "NE")) f.nahfeldE = {{0, 0, 2, {1, 0, 0}, {0, 0, 0}}};
         return f;
     };
     auto app = anwendung();
@@ -283,11 +276,7 @@ TEST_F(AppModellNeben, FeldkarteKlemmtDiePunktzahlUndBrauchtNahfelder) {
         EXPECT_EQ(ne[2], n);
     }
 
-    haupt->antwort = [](double mhz, std::string_view deck) {
-        auto f = KernAttrappe::standard(mhz, deck);
-        f.segmente = draht(0.5);
-        return f;
-    };
+    nahfelder = false;
     app->rechnen(false);
     ASSERT_TRUE(warten([&] { return !app->feld(); }));
     ASSERT_TRUE(fertig(*app));
@@ -315,16 +304,11 @@ class AppModellHaengenderKern : public AppTest {
         kerne = {nec2c, haupt, AppTestHilfen::falscherExternerKern(temp.ordner(), "haengen")};
     }
 
-    bool loeserLaeuft() const {
-        for (const auto& e : std::filesystem::directory_iterator(temp.ordner()))
-            if (e.path().filename().string().starts_with("nec-")) return AppTestHilfen::kinder() > 0;
-        return false;
+    bool arbeitsordnerDa() const {
+        return std::ranges::any_of(temp.eintraege(),
+                                   [](const std::string& n) { return n.starts_with("nec-"); });
     }
-    bool nichtsUebrig() const {
-        for (const auto& e : std::filesystem::directory_iterator(temp.ordner()))
-            if (e.path().filename().string().starts_with("nec-")) return false;
-        return AppTestHilfen::kinder() == 0;
-    }
+    bool nichtsUebrig() const { return !arbeitsordnerDa() && AppTestHilfen::kinder() == 0; }
 };
 
 TEST_F(AppModellHaengenderKern, AbbrechenBeendetDenLoeserUndBehaeltDasErgebnis) {
@@ -334,7 +318,7 @@ TEST_F(AppModellHaengenderKern, AbbrechenBeendetDenLoeserUndBehaeltDasErgebnis) 
     const auto vorher = app->ergebnis();
     app->setKernKennung("zirkon");
     app->rechnen(false);
-    ASSERT_TRUE(warten([&] { return loeserLaeuft(); }));
+    ASSERT_TRUE(warten([&] { return arbeitsordnerDa() && AppTestHilfen::kinder() > 0; }));
     EXPECT_TRUE(app->rechnungLaeuft());
     app->rechnungAbbrechen();
     EXPECT_FALSE(app->rechnetGerade());

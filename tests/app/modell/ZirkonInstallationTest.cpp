@@ -13,25 +13,12 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// Ein Python, das statt einer virtuellen Umgebung ein pip anlegt, das nichts tut.
-constexpr const char* gutesPython = R"(#!/bin/sh
-mkdir -p "$3/bin"
-printf '#!/bin/sh\nexit 0\n' > "$3/bin/pip"
-chmod +x "$3/bin/pip"
-)";
-
 // Eines, das viel Fehlerausgabe schreibt und scheitert.
 constexpr const char* schlechtesPython = R"(#!/bin/sh
 i=0
 while [ $i -lt 100 ]; do printf 'Fehler Nummer %03d; ' $i >&2; i=$((i+1)); done
 exit 1
 )";
-
-fs::path programm(const fs::path& pfad, const char* inhalt) {
-    std::ofstream(pfad) << inhalt;
-    fs::permissions(pfad, fs::perms::owner_all);
-    return pfad;
-}
 
 } // namespace
 
@@ -58,7 +45,7 @@ TEST_F(ZirkonInstallieren, OhnePythonSofortDieAnleitung) {
 }
 
 TEST_F(ZirkonInstallieren, GelungenMachtDieDreiKerneOhneNeustartVerfuegbar) {
-    const auto python = programm(temp.ordner() / "python3", gutesPython);
+    const auto python = AppTestHilfen::skript(temp.ordner() / "python3", AppTestHilfen::stillesPython);
     EXPECT_EQ(installieren({temp.ordner() / "fehlt", python}),
               "zirkon installiert (B-Spline im NEC-2- und NEC-5-Format, Klinge)");
     EXPECT_EQ(kernsuchen, 2);
@@ -74,7 +61,7 @@ TEST_F(ZirkonInstallieren, GescheitertZeigtDieLetzten300Bytes) {
     std::string alles;
     for (int i = 0; i < 100; ++i)
         alles += fmt::format("Fehler Nummer {:03}; ", i);
-    const auto python = programm(temp.ordner() / "python3", schlechtesPython);
+    const auto python = AppTestHilfen::skript(temp.ordner() / "python3", schlechtesPython);
     EXPECT_EQ(installieren({python}), "Installation fehlgeschlagen: " + alles.substr(alles.size() - 300));
     EXPECT_EQ(kernsuchen, 1);
 }
