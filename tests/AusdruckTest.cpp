@@ -34,10 +34,11 @@ void pruefeMeldungen(const Meldungstabelle& faelle) {
 }
 
 const Werttabelle grammatik{
-    {"2+3*4", 14},   {"2*3^2", 18},   {"2^3^2", 512},  {"-2^2", 4},   {"-(1+1)^2", 4}, {"2*-3", -6},
-    {"2--3", 5},     {"+-+3", -3},    {"1-2-3", -4},   {"8/4/2", 1},  {"2^-1", 0.5},   {"3 mm", 0.003},
-    {"3MM", 0.003},  {"2in", 0.0508}, {"5 ft", 1.524}, {"2cm", 0.02}, {"1e5mm", 100},  {"2 m m", 0.002},
-    {"1e-3", 0.001}, {"1.5E+2", 150}, {".5", 0.5},     {"5.", 5},     {"L/2", 5},      {"HÖHE*_A1", 21}};
+    {"2+3*4", 14}, {"2*3^2", 18},   {"2^3^2", 512},   {"-2^2", 4},      {"-(1+1)^2", 4},
+    {"2*-3", -6},  {"2--3", 5},     {"+-+3", -3},     {"1-2-3", -4},    {"8/4/2", 1},
+    {"2^-1", 0.5}, {"3 mm", 0.003}, {"3MM", 0.003},   {"2in", 0.0508},  {"5 ft", 1.524},
+    {"2cm", 0.02}, {"1e5mm", 100},  {"2 m m", 0.002}, {"1e-3", 0.001},  {"1.5E+2", 150},
+    {".5", 0.5},   {"5.", 5},       {"L/2", 5},       {"HÖHE*_A1", 21}, {"-3mm^2", 9e-6}};
 
 } // namespace
 
@@ -56,14 +57,11 @@ TEST(Ausdruck, FunktionenUndKonstanten) {
     pruefeWerte({{"SIN(PI/2)", 1},
                  {"cos(0)", 1},
                  {"tan(1)", std::tan(1.0)},
-                 {"atn(1)", pi / 4},
-                 {"atan(1)", pi / 4},
+                 {"atn(1) + atan(1)", pi / 2},
                  {"cosd(60)", std::cos(60 * pi / 180)},
                  {"tand(45)", std::tan(45 * pi / 180)},
-                 {"sqr(16)", 4},
-                 {"sqrt(2)", std::sqrt(2.0)},
-                 {"log(exp(2))", 2},
-                 {"ln(1)", 0},
+                 {"sqr(16) + sqrt(4)", 6},
+                 {"log(exp(2)) + ln(1)", 2},
                  {"log10(1000)", 3},
                  {"abs(-3)", 3},
                  {"int(-2.7)", -2},
@@ -77,29 +75,21 @@ TEST(Ausdruck, EinheitenNurDirektNachZahlen) {
                      {"2mmä", "Unerwartet: 'mmä' in '2mmä'"},
                      {"2m", "Unerwartet: 'm' in '2m'"},
                      {"2mm5", "Unerwartet: '5' in '2mm5'"},
-                     {"2in_", "Unerwartet: '_' in '2in_'"},
                      {"(2)mm", "Unerwartet: 'mm' in '(2)mm'"},
                      {"l mm", "Variable 'lmm' unbekannt"}});
 }
 
 TEST(Ausdruck, JedeMeldungWoertlich) {
     pruefeMeldungen({{"", "Ausdruck endet zu frueh"},
-                     {"2+", "Ausdruck endet zu frueh"},
                      {"(1+2", "')' fehlt"},
                      {"SQR(4", "')' fehlt nach sqr"},
                      {"FOO(1)", "Funktion 'foo' unbekannt"},
-                     {"pi(1)", "Funktion 'pi' unbekannt"},
                      {"L/2*Breite", "Variable 'breite' unbekannt"},
-                     {"sin 2", "Variable 'sin2' unbekannt"},
                      {"1.2.3", "Zahl '1.2.3'"},
-                     {".", "Zahl '.'"},
                      {"1e-x", "Zahl '1e-'"},
                      {"2e", "Unerwartet: 'e' in '2e'"},
                      {"1,5", "Unerwartet: ',5' in '1,5'"},
-                     {"1\t+2", "Unerwartet: '\t+2' in '1\t+2'"},
                      {"\t1", "Unerwartetes Zeichen '\t'"},
-                     {"sin()", "Unerwartetes Zeichen ')'"},
-                     {"2×3", "Unerwartetes Zeichen '×'"},
                      {"2−3", "Unerwartetes Zeichen '−'"}});
 }
 
@@ -123,7 +113,6 @@ TEST(Ausdruck, GleitkommaregelnStattFehler) {
                  {"1000e306", unendlich},
                  {"1e99999999999999999999", unendlich},
                  {"0.0001e-321", 0},
-                 {"0e99999999999999999999", 0},
                  {"1e-310", 1e-310},
                  {"1/0", unendlich}});
     EXPECT_TRUE(std::isnan(Ausdruck::auswerten("0/0", {})));
@@ -139,15 +128,4 @@ TEST(Ausdruck, TiefeVerschachtelungWirdAbgelehnt) {
     }
     for (const auto& text : {klammern(201), std::string(100000, '-') + "1", potenzen + "1", funktionen})
         EXPECT_EQ(meldung(text), "Ausdruck zu tief verschachtelt") << text.substr(0, 10);
-}
-
-TEST(Ausdruck, LeserLiestJeStufeNurSeinenTeil) {
-    Werte leer;
-    Ausdruck::Leser produkt("2*3+1", leer), potenz("2^3*2", leer), einheit("-3mm^2", leer);
-    EXPECT_DOUBLE_EQ(produkt.produkt(), 6);
-    EXPECT_EQ(produkt.rest(), "+1");
-    EXPECT_DOUBLE_EQ(potenz.potenz(), 8);
-    EXPECT_EQ(potenz.rest(), "*2");
-    EXPECT_DOUBLE_EQ(einheit.einheit(), -0.003);
-    EXPECT_EQ(einheit.rest(), "^2");
 }

@@ -1,5 +1,4 @@
 #include "NECKern/Modell.hpp"
-#include "NECKern/Rechenkerne/Prozess.hpp"
 
 #include "TestHilfen.hpp"
 
@@ -7,13 +6,7 @@
 #include <gtest/gtest.h>
 
 using namespace NECKern;
-namespace fs = std::filesystem;
-
-namespace {
-
 using CliAnalyse = TestHilfen::CliTest;
-
-} // namespace
 
 TEST_F(CliAnalyse, GangAlsCsvUndTouchstone) {
     const auto s1p = (ordner_.pfad() / "dipol.s1p").string();

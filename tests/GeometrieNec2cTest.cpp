@@ -34,9 +34,6 @@ const Fall faelle[] = {
     {"Acht Spiegelbilder (GX 111, Last auf allen Segmenten)",
      "CM Spiegel\nCE\nGW 1 11 0.5 0.3 0.2 1.0 0.8 2.5 0.005\nGX 1 111\nGE 0\nLD 0 0 0 0 20 0 0\n"
      "EX 0 3 6 0 1 0\nFR 0 1 0 0 40 0\nXQ\nEN\n"},
-    {"In Millimetern gezeichnet (GS, mit Bogen)",
-     "CM mm\nCE\nGW 1 21 0 0 -2500 0 0 2500 5\nGA 2 12 1200 -40 40 5\nGS 0 0 0.001\nGE 0\n"
-     "EX 0 1 11 0 1 0\nFR 0 1 0 0 28 0\nXQ\nEN\n"},
     // Axiale Wendel über Boden, gespeist über einen kurzen Draht zu ihrem Anfang (A1, 0).
     {"Rechtsgängige Wendel über Boden mit Zuleitung (GH, GM)",
      "CM axial\nCE\nGW 1 1 0.5 0 0 0.5 0 0.1 0.002\nGH 2 40 0.24 2.4 0.5 0.5 0.5 0.5 0.002 0\n"

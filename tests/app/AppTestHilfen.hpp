@@ -8,6 +8,7 @@
 #include "TestHilfen.hpp"
 
 #include "NECKern/Rechenkerne/ExternerKern.hpp"
+#include "NECKern/Rechenkerne/Kernliste.hpp"
 
 #include <QTest>
 
@@ -16,7 +17,9 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <unistd.h>
+#include <vector>
 
 namespace AppTestHilfen {
 
@@ -46,12 +49,35 @@ inline int kinder() {
     return n;
 }
 
-// Ein externer Kern, dessen Programm das falsche Löserprogramm in der Art `art` ist.
-inline NECKern::KernZeiger falscherExternerKern(const std::filesystem::path& ordner, const std::string& art,
-                                                const std::string& kennung = "zirkon") {
-    return std::make_shared<const NECKern::ExternerKern>(
-        kennung, "Falsch", "Für Tests", TestHilfen::falscherKernAls(ordner, art),
-        std::vector<std::string>{"{ein}", "{aus}"}, false, false, false);
+// Ein externer Kern „zirkon“, der dieses Programm startet.
+inline NECKern::KernZeiger externerKern(const std::filesystem::path& programm) {
+    return std::make_shared<const NECKern::ExternerKern>("zirkon", "Falsch", "Für Tests", programm,
+                                                         std::vector<std::string>{"{ein}", "{aus}"}, false,
+                                                         false, false);
+}
+
+// Ein gerader Draht aus fünf Segmenten der Länge l längs y.
+inline std::vector<NECKern::Segment> draht(double l, double radius = 0.001) {
+    std::vector<NECKern::Segment> s;
+    for (int i = 0; i < 5; ++i)
+        s.push_back({i + 1, 1, 0, (i - 2) * l, 10, l, 0, 90, radius, {}, {}, {}});
+    return s;
+}
+
+// Eine Antwort mit Draht und Eingangsleistung, dazu Nahfelder, wenn das Deck sie verlangt.
+inline NECKern::FrequenzErgebnis mitNahfeld(double mhz, std::string_view deck, bool nahfelder = true) {
+    auto f = KernAttrappe::standard(mhz, deck);
+    f.segmente = draht(0.5);
+    f.leistungEingang = 0.01;
+    if (nahfelder && TestHilfen::hatKarte(deck, "NE")) f.nahfeldE = {{0, 0, 2, {1, 0, 0}, {0, 0, 0}}};
+    return f;
+}
+
+// Das Modell mit `anzahl` Frequenzen ab 14 MHz im Abstand von 0,1 MHz.
+inline NECKern::Modell mitFrequenzen(NECKern::Modell m, int anzahl) {
+    for (auto& k : m.karten)
+        if (k.typ == "FR") k = NECKern::Karte("FR", {"0", std::to_string(anzahl), "0", "0"}, {"14", "0.1"});
+    return m;
 }
 
 // Eine Seite auf dem Modell, sichtbar in der Breite der Seitenleiste.
@@ -90,6 +116,17 @@ class AppTest : public testing::Test {
         u.nec2c = [this] { return nec2c; };
         u.datenOrdner = temp.ordner() / "daten" / "Wellenwerk";
         u.parallel = 2;
+        return u;
+    }
+
+    // Mit diesen Pythons; die Kernsuche liest wie nach einer Installation den Kernordner der Daten.
+    AppModell::Umgebung mitKernordner(std::vector<std::filesystem::path> pythons) {
+        auto u = umgebung();
+        u.pythonKandidaten = std::move(pythons);
+        u.kerneFinden = [this, ordner = u.datenOrdner / "Kerne"] {
+            ++kernsuchen;
+            return NECKern::Kernliste::kerneFinden(ordner, std::nullopt);
+        };
         return u;
     }
 

@@ -1,46 +1,18 @@
 #pragma once
 
-// Ein Malgerät, das nur die gemalten Texte festhält: so lässt sich prüfen, was eine
-// Ansicht schreibt, ohne Schrift in Bildpunkten zu suchen.
-#include <QPaintDevice>
+// Ein Bild, dessen Malgerät nur die gemalten Texte festhält: so lässt sich prüfen, was eine
+// Ansicht schreibt, ohne Schrift in Bildpunkten zu suchen. Masse und Auflösung gibt QImage.
+#include <QImage>
 #include <QPaintEngine>
 #include <QString>
 #include <QStringList>
 
-class Textaufzeichner : public QPaintDevice {
+class Textaufzeichner : public QImage {
   public:
-    explicit Textaufzeichner(QSize groesse) : groesse_(groesse) {}
+    explicit Textaufzeichner(QSize groesse) : QImage(groesse, QImage::Format_ARGB32) {}
     QPaintEngine* paintEngine() const override { return &motor_; }
     // Aneinandergehängt: Qt teilt eine Zeile an Schriftwechseln (etwa bei θ) in Stücke.
     QString texte() const { return motor_.texte.join(QString()); }
-
-  protected:
-    int metric(PaintDeviceMetric m) const override {
-        switch (m) {
-        case PdmWidth:
-            return groesse_.width();
-        case PdmHeight:
-            return groesse_.height();
-        case PdmWidthMM:
-            return groesse_.width() / 4;
-        case PdmHeightMM:
-            return groesse_.height() / 4;
-        case PdmDpiX:
-        case PdmDpiY:
-        case PdmPhysicalDpiX:
-        case PdmPhysicalDpiY:
-            return 96;
-        case PdmDepth:
-            return 32;
-        case PdmNumColors:
-            return 1 << 24;
-        case PdmDevicePixelRatio:
-            return 1;
-        case PdmDevicePixelRatioScaled:
-            return static_cast<int>(devicePixelRatioFScale());
-        }
-        return 0;
-    }
 
   private:
     struct Motor : QPaintEngine {
@@ -58,6 +30,5 @@ class Textaufzeichner : public QPaintDevice {
         Type type() const override { return QPaintEngine::User; }
         QStringList texte;
     };
-    QSize groesse_;
     mutable Motor motor_;
 };

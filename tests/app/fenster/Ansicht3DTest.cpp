@@ -17,16 +17,6 @@
 
 namespace {
 
-NECKern::FrequenzErgebnis yagi() {
-    for (const auto& b : NECKern::Beispiele::alle())
-        if (b.name == "3-Element-Yagi 20 m") {
-            const auto e = NECKern::Nec2cKern().rechnen(b.modell().deck());
-            if (!e.frequenzen.empty()) return e.frequenzen.back();
-        }
-    ADD_FAILURE() << "Die Yagi ist nicht gerechnet";
-    return {};
-}
-
 // Ein Dipol aus drei Segmenten längs y, mit Strömen und einem θ/φ-Schnitt.
 NECKern::FrequenzErgebnis dipol(double laenge = 1) {
     NECKern::FrequenzErgebnis e;
@@ -40,13 +30,6 @@ NECKern::FrequenzErgebnis dipol(double laenge = 1) {
     for (int p = 0; p < 360; p += 10)
         e.diagramm.push_back({90, double(p), 0, 0, 2});
     return e;
-}
-
-QString texte(const Ansicht3D& ansicht) {
-    Textaufzeichner geraet({800, 500});
-    QPainter maler(&geraet);
-    ansicht.malen(maler, QRectF(0, 0, 800, 500));
-    return geraet.texte();
 }
 
 QImage gemalt(const Ansicht3D& ansicht, const QRectF& rahmen) {
@@ -66,7 +49,9 @@ void rad(Ansicht3D& ansicht, int winkel) {
 } // namespace
 
 TEST(Ansicht3D, YagiDraehteLiegenWoDieProjektionSagt) {
-    const auto e = yagi();
+    const auto& beispiel = NECKern::Beispiele::alle()[2];
+    ASSERT_EQ(beispiel.name, "3-Element-Yagi 20 m");
+    const auto e = NECKern::Nec2cKern().rechnen(beispiel.modell().deck()).frequenzen.at(0);
     ASSERT_EQ(e.segmente.size(), 63u);
     Ansicht3D ansicht;
     ansicht.resize(700, 400);
@@ -136,7 +121,10 @@ TEST(Ansicht3D, HinweiseImBild) {
         Ansicht3D ansicht;
         ansicht.setDiagramm3D(f.koerper);
         ansicht.zeigen(f.ergebnis, NECKern::Modell{});
-        const auto text = texte(ansicht);
+        Textaufzeichner geraet({800, 500});
+        QPainter maler(&geraet);
+        ansicht.malen(maler, QRectF(0, 0, 800, 500));
+        const auto text = geraet.texte();
         EXPECT_TRUE(text.contains(f.erwartet)) << f.name << ": " << text.toStdString();
         EXPECT_FALSE(text.contains(f.nicht)) << f.name << ": " << text.toStdString();
     }

@@ -13,15 +13,8 @@ namespace {
 
 const QSize groesse(800, 500);
 
-int anzahl(const QImage& bild, QColor farbe) {
-    int n = 0;
-    for (int y = 0; y < bild.height(); ++y)
-        for (int x = 0; x < bild.width(); ++x)
-            n += bild.pixelColor(x, y).rgb() == farbe.rgb();
-    return n;
-}
-
-QPointF schwerpunkt(const QImage& bild, QColor farbe) {
+// Zahl und Schwerpunkt der Bildpunkte in dieser Farbe.
+std::pair<int, QPointF> farbflaeche(const QImage& bild, QColor farbe) {
     double sx = 0, sy = 0;
     int n = 0;
     for (int y = 0; y < bild.height(); ++y)
@@ -31,7 +24,7 @@ QPointF schwerpunkt(const QImage& bild, QColor farbe) {
                 sy += y;
                 ++n;
             }
-    return n ? QPointF(sx / n, sy / n) : QPointF(-1, -1);
+    return {n, n ? QPointF(sx / n, sy / n) : QPointF(-1, -1)};
 }
 
 } // namespace
@@ -79,8 +72,8 @@ TEST(DiagrammBild, FeldkarteFaerbtNachKlassen) {
     const QImage bild = karte.bild(groesse);
     // Jede Zelle ist gross; die Farbfelder der Legende allein kämen nicht auf diese Zahl.
     for (auto k : {FS::Klasse::gruen, FS::Klasse::gelb, FS::Klasse::orange, FS::Klasse::rot})
-        EXPECT_GT(anzahl(bild, FeldKarte::farbe(k)), 10000) << FS::name(k);
-    EXPECT_EQ(karte.tipp(schwerpunkt(bild, FeldKarte::farbe(FS::Klasse::rot))),
+        EXPECT_GT(farbflaeche(bild, FeldKarte::farbe(k)).first, 10000) << FS::name(k);
+    EXPECT_EQ(karte.tipp(farbflaeche(bild, FeldKarte::farbe(FS::Klasse::rot)).second),
               "x 10.00 m, y 10.00 m\nE_eff 42.0 V/m\nH_eff 0.0354 A/m\n150 % der Referenz");
 
     // Ohne Referenz (100 kHz) keine Klassenfarben in der Karte.
@@ -88,7 +81,7 @@ TEST(DiagrammBild, FeldkarteFaerbtNachKlassen) {
     karte.zeigen(feld, {});
     const QImage neutral = karte.bild(groesse);
     for (auto k : {FS::Klasse::gruen, FS::Klasse::gelb, FS::Klasse::orange, FS::Klasse::rot})
-        EXPECT_EQ(anzahl(neutral, FeldKarte::farbe(k)), 0) << FS::name(k);
+        EXPECT_EQ(farbflaeche(neutral, FeldKarte::farbe(k)).first, 0) << FS::name(k);
 }
 
 TEST(DiagrammBild, SvgIstWohlgeformtUndNenntSeineGroesse) {

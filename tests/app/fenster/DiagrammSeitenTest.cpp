@@ -76,13 +76,7 @@ TEST_F(DiagrammSeiten, FrequenzgangVonDerEingabeBisZurDatei) {
 }
 
 TEST_F(DiagrammSeiten, FeldstaerkeStartetErstMitSegmentenUndZeigtDieRechnung) {
-    haupt->antwort = [](double mhz, std::string_view deck) {
-        auto f = TestHilfen::KernAttrappe::standard(mhz, deck);
-        f.segmente = {{1, 1, 0, 0, 10, 1, 0, 90, 0.001, {}, {}, {}}};
-        f.leistungEingang = 0.01;
-        if (TestHilfen::hatKarte(deck, "NE")) f.nahfeldE = {{0, 0, 2, {1, 0, 0}, {0, 0, 0}}};
-        return f;
-    };
+    haupt->antwort = [](double mhz, std::string_view deck) { return AppTestHilfen::mitNahfeld(mhz, deck); };
     haupt->warten = [](double) { return std::chrono::milliseconds(200); };
     auto app = anwendung();
     FeldAbschnitt abschnitt(*app);

@@ -4,8 +4,6 @@
 
 #include "Modell/ZirkonInstallation.hpp"
 
-#include "NECKern/Rechenkerne/Kernliste.hpp"
-
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
@@ -18,11 +16,7 @@ namespace fs = std::filesystem;
 
 class KernSeiteTest : public AppTest {
   protected:
-    KernSeiteTest() {
-        kerne.push_back(std::make_shared<const NECKern::ExternerKern>(
-            "zirkon", "Fehlt", "Für Tests", fehlt, std::vector<std::string>{"{ein}", "{aus}"}, false, false,
-            false));
-    }
+    KernSeiteTest() { kerne.push_back(AppTestHilfen::externerKern(fehlt)); }
 
     static QRadioButton* wahl(const KernSeite& seite, const std::string& kennung) {
         return seite.findChild<QRadioButton*>(QString::fromStdString("kern-" + kennung));
@@ -61,12 +55,8 @@ TEST_F(KernSeiteTest, FehlendesProgrammSperrtDieWahlUndSagtWarum) {
 TEST_F(KernSeiteTest, InstallationMachtDieZirkonKerneOhneNeustartWaehlbar) {
     if (AppModell::zirkonEingebettet())
         GTEST_SKIP() << "zirkon ist eingebettet; es gibt nichts zu installieren";
-    auto u = umgebung();
-    u.pythonKandidaten = {AppTestHilfen::skript(temp.ordner() / "python3", AppTestHilfen::stillesPython)};
-    u.kerneFinden = [ordner = u.datenOrdner / "Kerne"] {
-        return NECKern::Kernliste::kerneFinden(ordner, std::nullopt);
-    };
-    AppModell app(u);
+    AppModell app(
+        mitKernordner({AppTestHilfen::skript(temp.ordner() / "python3", AppTestHilfen::stillesPython)}));
     auto seite = AppTestHilfen::seiteZeigen<KernSeite>(app);
     for (const char* k : {"zirkon", "zirkon5", "zirkon-klinge"})
         ASSERT_FALSE(wahl(*seite, k)->isEnabled()) << k;

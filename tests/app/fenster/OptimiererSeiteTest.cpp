@@ -17,18 +17,6 @@ using TestHilfen::KernAttrappe;
 
 class OptimiererSeiteTest : public AppTest {
   protected:
-    // Das Startmodell mit der Variablen „refl“ zum Optimieren markiert, ohne Rechnung.
-    std::unique_ptr<AppModell> markiert() {
-        auto app = anwendung();
-        app->setAutomatisch(false);
-        auto m = app->modell();
-        for (auto& v : m.variablen)
-            v.optimieren = v.name == "refl";
-        app->setModell(m);
-        app->setAutomatisch(true);
-        return app;
-    }
-
     // Tippt in eine Zelle und bestätigt mit Enter.
     static void eintippen(QTableView& tabelle, int zeile, int spalte, const QString& text) {
         const auto index = tabelle.model()->index(zeile, spalte);
@@ -51,7 +39,14 @@ TEST_F(OptimiererSeiteTest, StartAbbruchVerlaufUndUebernahmeMitEinemRueckgaengig
         return f;
     };
     haupt->warten = [](double) { return std::chrono::milliseconds(40); };
-    auto app = markiert();
+    // Nur „refl“ zum Optimieren markiert, ohne Rechnung.
+    auto app = anwendung();
+    app->setAutomatisch(false);
+    auto m = app->modell();
+    for (auto& v : m.variablen)
+        v.optimieren = v.name == "refl";
+    app->setModell(m);
+    app->setAutomatisch(true);
     const auto vorher = app->modell();
     std::vector<std::size_t> punkte;
     auto seite = AppTestHilfen::seiteZeigen<OptimiererSeite>(*app);

@@ -6,7 +6,6 @@
 #include <QSignalSpy>
 
 #include <fmt/format.h>
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 using namespace NECKern;
@@ -20,20 +19,6 @@ namespace {
 Modell abgewandelt(Modell m, double wert) {
     m.variablen.front().ausdruck = fmt::format("{}", wert);
     return m;
-}
-
-Modell mitFrequenzen(Modell m, int anzahl) {
-    for (auto& k : m.karten)
-        if (k.typ == "FR") k = Karte("FR", {"0", std::to_string(anzahl), "0", "0"}, {"14", "0.1"});
-    return m;
-}
-
-// Ein gerader Draht aus fünf Segmenten der Länge l längs y.
-std::vector<Segment> draht(double l) {
-    std::vector<Segment> s;
-    for (int i = 0; i < 5; ++i)
-        s.push_back({i + 1, 1, 0, (i - 2) * l, 10, l, 0, 90, 0.001, {}, {}, {}});
-    return s;
 }
 
 } // namespace
@@ -74,9 +59,7 @@ TEST_F(AppModellRechengang, GleichesModellRechnetNicht_OhneAutomatikNurBeispiel)
 }
 
 TEST_F(AppModellRechengang, OhneVerfuegbarenKernRechnetNec2c) {
-    auto fehlt = std::make_shared<const ExternerKern>("zirkon", "Fehlt", "", temp.ordner() / "fehlt",
-                                                      std::vector<std::string>{}, false, false, false);
-    kerne = {nec2c, haupt, fehlt};
+    kerne = {nec2c, haupt, AppTestHilfen::externerKern(temp.ordner() / "fehlt")};
     auto app = anwendung("zirkon");
     app->rechnen(false);
     ASSERT_TRUE(fertig(*app));
@@ -93,7 +76,7 @@ TEST_F(AppModellRechengang, FrequenzwahlBleibtInnerhalbDesNeuenErgebnisses) {
     for (const auto& [vorher, frequenzen, nachher] : faelle) {
         auto app = anwendung();
         app->setAutomatisch(false);
-        app->setModell(mitFrequenzen(app->modell(), frequenzen));
+        app->setModell(AppTestHilfen::mitFrequenzen(app->modell(), frequenzen));
         app->setFrequenzIndex(vorher);
         app->rechnen(false);
         ASSERT_TRUE(warten([&] { return app->ergebnis() && !app->rechnetGerade(); }));
@@ -108,12 +91,13 @@ TEST_F(AppModellRechengang, FrequenzwahlBleibtInnerhalbDesNeuenErgebnisses) {
 TEST_F(AppModellRechengang, BefundeStammenVonDerLetztenFrequenz) {
     haupt->antwort = [](double mhz, std::string_view deck) {
         auto f = KernAttrappe::standard(mhz, deck);
-        f.segmente = draht(mhz > 14.15 ? 5.0 : 0.5); // erst die letzte Frequenz hat zu lange Segmente
+        // Erst die letzte Frequenz hat zu lange Segmente.
+        f.segmente = AppTestHilfen::draht(mhz > 14.15 ? 5.0 : 0.5);
         return f;
     };
     auto app = anwendung();
     app->setAutomatisch(false);
-    app->setModell(mitFrequenzen(app->modell(), 3));
+    app->setModell(AppTestHilfen::mitFrequenzen(app->modell(), 3));
     app->rechnen(false);
     ASSERT_TRUE(fertig(*app));
     const auto& letzte = app->ergebnis()->frequenzen.back();
@@ -253,11 +237,7 @@ class AppModellNeben : public AppTest {};
 TEST_F(AppModellNeben, FeldkarteKlemmtDiePunktzahlUndBrauchtNahfelder) {
     bool nahfelder = true;
     haupt->antwort = [&](double mhz, std::string_view deck) {
-        auto f = KernAttrappe::standard(mhz, deck);
-        f.segmente = draht(0.5);
-        f.leistungEingang = 0.01;
-        if (nahfelder && TestHilfen::hatKarte(deck, "NE")) f.nahfeldE = {{0, 0, 2, {1, 0, 0}, {0, 0, 0}}};
-        return f;
+        return AppTestHilfen::mitNahfeld(mhz, deck, nahfelder);
     };
     auto app = anwendung();
     app->feldRechnen(); // ohne Ergebnis geschieht nichts
@@ -301,7 +281,8 @@ TEST_F(AppModellNeben, FrequenzgangMeldetFortschritt) {
 class AppModellHaengenderKern : public AppTest {
   protected:
     void SetUp() override {
-        kerne = {nec2c, haupt, AppTestHilfen::falscherExternerKern(temp.ordner(), "haengen")};
+        kerne = {nec2c, haupt,
+                 AppTestHilfen::externerKern(TestHilfen::falscherKernAls(temp.ordner(), "haengen"))};
     }
 
     bool arbeitsordnerDa() const {

@@ -2,8 +2,6 @@
 
 #include "Modell/ZirkonInstallation.hpp"
 
-#include "NECKern/Rechenkerne/Kernliste.hpp"
-
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
@@ -11,27 +9,10 @@ using AppTestHilfen::AppTest;
 using AppTestHilfen::warten;
 namespace fs = std::filesystem;
 
-namespace {
-
-// Eines, das viel Fehlerausgabe schreibt und scheitert.
-constexpr const char* schlechtesPython = R"(#!/bin/sh
-i=0
-while [ $i -lt 100 ]; do printf 'Fehler Nummer %03d; ' $i >&2; i=$((i+1)); done
-exit 1
-)";
-
-} // namespace
-
 class ZirkonInstallieren : public AppTest {
   protected:
     std::string installieren(std::vector<fs::path> pythons) {
-        auto u = umgebung();
-        u.pythonKandidaten = std::move(pythons);
-        u.kerneFinden = [this, kerne = u.datenOrdner / "Kerne"] {
-            ++kernsuchen;
-            return NECKern::Kernliste::kerneFinden(kerne, std::nullopt);
-        };
-        app = std::make_unique<AppModell>(u);
+        app = std::make_unique<AppModell>(mitKernordner(std::move(pythons)));
         app->zirkonInstallieren();
         EXPECT_TRUE(warten([&] { return app->installation() != ZirkonInstallation::laeuft; }));
         return app->installation().value_or("");
@@ -61,7 +42,12 @@ TEST_F(ZirkonInstallieren, GescheitertZeigtDieLetzten300Bytes) {
     std::string alles;
     for (int i = 0; i < 100; ++i)
         alles += fmt::format("Fehler Nummer {:03}; ", i);
-    const auto python = AppTestHilfen::skript(temp.ordner() / "python3", schlechtesPython);
+    // Ein Python, das viel Fehlerausgabe schreibt und scheitert.
+    const auto python = AppTestHilfen::skript(temp.ordner() / "python3", R"(#!/bin/sh
+i=0
+while [ $i -lt 100 ]; do printf 'Fehler Nummer %03d; ' $i >&2; i=$((i+1)); done
+exit 1
+)");
     EXPECT_EQ(installieren({python}), "Installation fehlgeschlagen: " + alles.substr(alles.size() - 300));
     EXPECT_EQ(kernsuchen, 1);
 }
