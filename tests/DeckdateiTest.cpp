@@ -1,4 +1,5 @@
 #include "NECKern/Modell.hpp"
+#include "NECKern/Unicode.hpp"
 
 #include "TestHilfen.hpp"
 
@@ -109,7 +110,8 @@ TEST(Deckdatei, SchreibenFuelltAufUndSchneidetAb) {
 TEST(Kommentar, UmbruchNachBreiteInZeichen) {
     EXPECT_EQ(Modell::kommentarZeilen("", 70), (Liste{"CM "}));
     EXPECT_EQ(Modell::kommentarZeilen("  a   b  ", 70), (Liste{"CM a b"}));
-    EXPECT_EQ(Modell::kommentarZeilen("aaa bbb ccc", 7), (Liste{"CM aaa bbb", "CM ccc"}));
+    // Auch die zweite Zeile fasst die volle Breite.
+    EXPECT_EQ(Modell::kommentarZeilen("aaa bbb ccc ddd", 7), (Liste{"CM aaa bbb", "CM ccc ddd"}));
     // Ein langes Wort nach kurzem: erst die Zeile ausgeben, dann zerlegen.
     EXPECT_EQ(Modell::kommentarZeilen("ab " + std::string(9, 'y') + " c", 4),
               (Liste{"CM ab", "CM yyyy", "CM yyyy", "CM y c"}));
@@ -128,6 +130,9 @@ TEST(Kommentar, ZaehltSichtbareZeichenNichtBytesOderCodepunkte) {
     // Umlaute und λ zählen je einmal.
     EXPECT_EQ(Modell::kommentarZeilen(wiederholt("ä", 70) + " λ", 71).size(), 2u);
     EXPECT_EQ(Modell::kommentarZeilen(wiederholt("ä", 69) + " λ", 71).size(), 1u);
+    // CR LF ist ein Zeichen, auf dem schnellen Weg für ASCII wie sonst.
+    EXPECT_EQ(Unicode::laenge("a\r\nb"), 3u);
+    EXPECT_EQ(Unicode::laenge("ä\r\nb"), 3u);
 }
 
 TEST(Deckdatei, UngueltigesUtf8WirdRepariert) {
