@@ -3,6 +3,7 @@
 #include "AppTestHilfen.hpp"
 
 #include "Fenster/Editor/EditorSeite.hpp"
+#include "Fenster/Editor/Textabgleich.hpp"
 
 #include "NECKern/Modellpruefung.hpp"
 
@@ -88,7 +89,14 @@ TEST_F(Editor, KaputteFormelZeigtIhreMeldungInIhrerZeileUndSperrtNichts) {
 
     // Eine Formel wird einmal gespeichert; das Entprellen vor dem Rechnen prüft AppModellTest.
     QSignalSpy gespeichert(app.get(), &AppModell::modellGeaendert);
+    auto* werte = tabelle("variablen")->model();
+    QSignalSpy neuGemalt(werte, &QAbstractItemModel::dataChanged);
     eintippen("variablen", 2, formel, "10");
+    // Eine Formel wirkt auf die Variablen nach ihr: die ganze Wertspalte meldet sich neu.
+    EXPECT_TRUE(std::any_of(neuGemalt.begin(), neuGemalt.end(), [&](const QList<QVariant>& s) {
+        const auto oben = s[0].value<QModelIndex>(), unten = s[1].value<QModelIndex>();
+        return oben.row() == 0 && unten.row() == werte->rowCount() - 1 && unten.column() == wert;
+    }));
     EXPECT_EQ(app->modell().variablen[2].ausdruck, "10");
     EXPECT_EQ(zelle("variablen", 2, wert), "10");
     EXPECT_EQ(zelle("variablen", 1, wert), "Funktion 'foo' unbekannt");
@@ -321,4 +329,18 @@ TEST_F(Editor, KopfNimmtNameKommentarUndZ0) {
     QTest::keyClicks(kommentar, "Zweite Zeile");
     ASSERT_TRUE(warten([&] { return gespeichert.count() == 1; }, 2000));
     EXPECT_EQ(app->modell().kommentar.back(), "Zweite Zeile");
+}
+
+TEST(Textabgleich, JedesFeldImDeckZaehltKennungUndTextBleiben) {
+    auto alt = NECKern::Modell::lesen("GW 1 5 0 0 0 0 0 1 0.001\nGE 0\nEN\n", "a");
+    alt.karten[0].text = "Strahler";
+    for (const auto& [gw, tag, x] : {std::tuple{"GW 2 5 0 0 0 0 0 1 0.001", "2", "0"},
+                                     std::tuple{"GW 1 5 9 0 0 0 0 1 0.001", "1", "9"}}) {
+        const auto gelesen = NECKern::Modell::lesen(std::string(gw) + "\nGE 0\nEN\n", "a");
+        const auto neu = Textabgleich::zusammenfuehren(alt, gelesen).karten[0];
+        EXPECT_EQ(neu.ganz[0], tag) << gw;
+        EXPECT_EQ(neu.reell[0], x) << gw;
+        EXPECT_EQ(neu.id, alt.karten[0].id);
+        EXPECT_EQ(neu.text, "Strahler");
+    }
 }

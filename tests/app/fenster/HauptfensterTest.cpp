@@ -131,6 +131,11 @@ TEST_F(HauptfensterTest, SchliessenFragtNurBeiUngesichertenAenderungen) {
     antworten("Abbrechen");
     fenster->close();
     EXPECT_TRUE(fenster->isVisible());
+    // Sichern ohne gewählte Datei: das Fenster bleibt, sonst wäre die Arbeit verloren.
+    antwort.reset();
+    antworten("Sichern");
+    fenster->close();
+    EXPECT_TRUE(fenster->isVisible());
 
     antwort = temp.ordner() / "gesichert.nec";
     antworten("Sichern");
