@@ -2,6 +2,7 @@
 
 #include "Fenster/Seiten/KostenDiagramm.hpp"
 #include "Fenster/Seiten/OptimiererSeite.hpp"
+#include "Fenster/Seiten/Seitenbau.hpp"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -111,6 +112,19 @@ TEST_F(OptimiererSeiteTest, EingabenInDenTabellen) {
     ASSERT_TRUE(variablen->isVisible());
     eintippen(*variablen, 0, 2, "13,9");
     EXPECT_EQ(app->modell().variablen.front().minimum, 13.9);
+    eintippen(*variablen, 0, 3, "13");
+    EXPECT_EQ(app->modell().variablen.front().maximum, std::nullopt);
+    EXPECT_TRUE(std::any_of(meldungen.begin(), meldungen.end(), [](QLabel* l) {
+        return l->isVisible() && l->text() == "Das Minimum von „f“ muss kleiner als sein Maximum sein.";
+    }));
     app->rueckgaengig();
     EXPECT_EQ(app->modell(), m) << "eine Eingabe, ein Schritt zurück";
+}
+
+TEST(Seitenbau, ZahlenMitKommaOderPlusAberNurEndlich) {
+    const std::pair<const char*, std::optional<double>> faelle[] = {
+        {" 14,2 ", 14.2},     {"+5", 5}, {"-0.5", -0.5}, {"", std::nullopt}, {"5x", std::nullopt},
+        {"inf", std::nullopt}};
+    for (const auto& [eingabe, zahl] : faelle)
+        EXPECT_EQ(Seitenbau::zahlLesen(eingabe), zahl) << eingabe;
 }

@@ -213,9 +213,11 @@ TEST_F(AppModellDokument, RueckgaengigUndWiederholenRechnenWieJedeAenderung) {
     app->setModell(b);
     app->setModell(c);
     EXPECT_TRUE(app->geaendert());
+    QSignalSpy wiederholbar(app.get(), &AppModell::kannWiederholenGeaendert);
     app->rueckgaengig();
     EXPECT_EQ(app->modell(), b);
     EXPECT_TRUE(app->kannWiederholen());
+    EXPECT_EQ(wiederholbar.count(), 1);
     app->rueckgaengig();
     EXPECT_EQ(app->modell(), a);
     EXPECT_FALSE(app->kannRueckgaengig());
@@ -228,6 +230,7 @@ TEST_F(AppModellDokument, RueckgaengigUndWiederholenRechnenWieJedeAenderung) {
 
     app->setModell(c); // eine neue Änderung verwirft das Wiederholbare
     EXPECT_FALSE(app->kannWiederholen());
+    EXPECT_EQ(wiederholbar.count(), 2);
     app->beispiel(a);
     EXPECT_FALSE(app->kannRueckgaengig());
 }
