@@ -12,10 +12,16 @@ TEST(Karte, TypWirdGrossGespeichert) {
     EXPECT_EQ(Karte("ex", {"0"}, {}).typ, "EX");
 }
 
-TEST(Karte, FelderJeTypUndVorgabeFuerUnbekannte) {
-    EXPECT_EQ(Karte::felder("LD"), (Karte::Felder{4, 3}));
-    // Unbekannte und Kleinschreibung: Vorgabe 4 und 6.
-    EXPECT_EQ(Karte::felder("gw"), (Karte::Felder{4, 6}));
+TEST(Karte, FelderJeTypWieDieNec2EingabeUndVorgabeFuerUnbekannte) {
+    // Eine falsche Zahl hier verschiebt beim Lesen eine Koordinate in ein Ganzzahlfeld.
+    const std::pair<const char*, Karte::Felder> faelle[] = {
+        {"GW", {2, 7}}, {"GA", {2, 4}}, {"GH", {2, 8}}, {"GS", {2, 1}}, {"GM", {2, 7}}, {"GR", {2, 0}},
+        {"GX", {2, 0}}, {"GE", {1, 0}}, {"GN", {4, 6}}, {"LD", {4, 3}}, {"FR", {4, 2}}, {"EK", {1, 0}},
+        {"KH", {0, 1}}, {"XQ", {1, 0}}, {"PT", {4, 0}}, {"PQ", {4, 0}}, {"EN", {0, 0}}, {"GF", {1, 0}},
+        {"GC", {2, 3}}, {"SP", {2, 6}}, {"SM", {2, 6}}, {"SC", {2, 6}}, {"GD", {4, 4}}, {"CP", {4, 0}},
+        {"PL", {4, 0}}, {"NX", {0, 0}}, {"WG", {0, 0}}, {"CM", {4, 6}}, {"ZZ", {4, 6}}, {"gw", {4, 6}}};
+    for (const auto& [typ, felder] : faelle)
+        EXPECT_EQ(Karte::felder(typ), felder) << typ;
 }
 
 TEST(Karte, FlaechenUndZweiterBodenBehaltenIhreFelder) {
