@@ -1,6 +1,7 @@
 #include "NECKern/Modellpruefung.hpp"
 #include "NECKern/Json.hpp"
 
+#include <array>
 #include <clocale>
 #include <cmath>
 #include <functional>

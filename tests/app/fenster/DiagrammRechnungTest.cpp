@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 #include <limits>
 #include <numbers>
+#include <tuple>
 
 using NECKern::Komplex;
 

@@ -20,6 +20,7 @@
 #include <QVBoxLayout>
 
 #include <gtest/gtest.h>
+#include <tuple>
 
 using AppTestHilfen::warten;
 using NECKern::Karte;

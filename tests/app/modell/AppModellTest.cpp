@@ -5,6 +5,7 @@
 
 #include <QSignalSpy>
 
+#include <array>
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
