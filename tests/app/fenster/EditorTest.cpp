@@ -282,6 +282,21 @@ TEST_F(Editor, OptimiererMarkeUndGrenzen) {
     EXPECT_EQ(meldung("variablen")->text(), "Grenze nicht lesbar: Variable 'x' unbekannt");
 }
 
+TEST_F(Editor, OhneGewaehlteKarteTunDuplizierenUndLoeschenNichts) {
+    auto* t = tabelle("karten");
+    t->selectionModel()->clear();
+    const auto vorher = app->modell().karten;
+    QTest::mouseClick(seite->findChild<QToolButton*>("karteDuplizieren"), Qt::LeftButton);
+    QTest::mouseClick(seite->findChild<QToolButton*>("kartenLoeschen"), Qt::LeftButton);
+    EXPECT_EQ(app->modell().karten, vorher);
+
+    // Steht nur der Cursor in einer Zeile, gilt sie als gewählt.
+    t->selectionModel()->setCurrentIndex(t->model()->index(1, 0), QItemSelectionModel::NoUpdate);
+    QTest::mouseClick(seite->findChild<QToolButton*>("kartenLoeschen"), Qt::LeftButton);
+    ASSERT_EQ(app->modell().karten.size(), vorher.size() - 1);
+    EXPECT_EQ(app->modell().karten[1].id, vorher[2].id);
+}
+
 TEST_F(Editor, DuplizierterDrahtBekommtDenNaechstenTagUndLaesstSichVerschieben) {
     auto* t = tabelle("karten");
     QTest::mouseClick(t->viewport(), Qt::LeftButton, {}, t->visualRect(t->model()->index(0, 0)).center());
