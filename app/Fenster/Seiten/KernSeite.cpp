@@ -201,7 +201,7 @@ void KernSeite::ordnerOeffnen() {
     std::filesystem::create_directories(ordner, fehler);
     QString meldung;
     if (fehler)
-        meldung = "Der Kernordner lässt sich nicht anlegen: " + text(fehler.message()) + ".";
+        meldung = "Der Kernordner lässt sich nicht anlegen: " + text(NECKern::systemgrund(fehler)) + ".";
     else if (!QDesktopServices::openUrl(QUrl::fromLocalFile(text(ordner.string()))))
         meldung = "Kein Dateimanager hat den Ordner geöffnet; bitte den Pfad oben von Hand öffnen.";
     Seitenbau::melden(*ordnerMeldung_, meldung);

@@ -8,6 +8,8 @@
 #include <QPushButton>
 #include <QRadioButton>
 
+#include <algorithm>
+#include <fstream>
 #include <gtest/gtest.h>
 
 using AppTestHilfen::AppTest;
@@ -73,4 +75,18 @@ TEST_F(KernSeiteTest, InstallationMachtDieZirkonKerneOhneNeustartWaehlbar) {
     for (const char* k : {"zirkon", "zirkon5", "zirkon-klinge"})
         EXPECT_TRUE(wahl(*seite, k)->isEnabled()) << k;
     EXPECT_FALSE(wahl(*seite, "arcanum")->isEnabled());
+}
+
+TEST_F(KernSeiteTest, KernordnerDerSichNichtAnlegenLaesstSagtDenGrundAufDeutsch) {
+    const auto datei = temp.ordner() / "daten";
+    std::ofstream(datei) << "keine Ordner";
+    TestHilfen::Umgebung xdg("XDG_DATA_HOME", datei.c_str());
+    auto app = anwendung("nec2c");
+    auto seite = AppTestHilfen::seiteZeigen<KernSeite>(*app);
+    for (auto* knopf : seite->findChildren<QPushButton*>())
+        if (knopf->text() == "Ordner öffnen") QTest::mouseClick(knopf, Qt::LeftButton);
+    const auto meldungen = seite->findChildren<QLabel*>();
+    EXPECT_TRUE(std::any_of(meldungen.begin(), meldungen.end(), [](const QLabel* l) {
+        return l->isVisible() && l->text() == "Der Kernordner lässt sich nicht anlegen: kein Verzeichnis.";
+    }));
 }
