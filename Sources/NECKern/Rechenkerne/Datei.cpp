@@ -1,8 +1,7 @@
 #include "NECKern/Rechenkerne/Datei.hpp"
 
-#include "NECKern/Systemgrund.hpp"
-
 #include "NECKern/Rechenkerne/KernFehler.hpp"
+#include "NECKern/Systemgrund.hpp"
 
 #include <cerrno>
 #include <fcntl.h>
