@@ -2,8 +2,9 @@
 
 #include "Fenster/Diagramme/Eingaben.hpp"
 #include "Fenster/Diagramme/FeldKarte.hpp"
+#include "Fenster/Ergebnis/Abschnitt.hpp"
 
-#include <QHBoxLayout>
+#include <QGridLayout>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -32,18 +33,24 @@ FeldAbschnitt::FeldAbschnitt(AppModell& modell, QWidget* eltern) : QWidget(elter
     karte_ = new FeldKarte(this);
     karte_->setMinimumHeight(380);
 
-    auto* zeile = new QHBoxLayout;
-    for (const auto& [text, feld] : std::initializer_list<std::pair<const char*, QWidget*>>{
-             {"Leistung", leistung}, {"Höhe", hoehe}, {"Halbe Seite", halb}, {"Punkte", punkte}}) {
-        zeile->addWidget(new QLabel(text, this));
-        zeile->addWidget(feld);
+    // Zwei Zeilen, damit der Abschnitt auch im kleinsten Fenster ohne seitliches Rollen passt.
+    auto* raster = new QGridLayout;
+    const std::pair<const char*, QWidget*> felder[] = {
+        {"Leistung", leistung}, {"Höhe", hoehe}, {"Halbe Seite", halb}, {"Punkte", punkte}};
+    for (int i = 0; i < 4; ++i) {
+        raster->addWidget(new QLabel(felder[i].first, this), i / 3, 2 * (i % 3));
+        raster->addWidget(felder[i].second, i / 3, 2 * (i % 3) + 1);
     }
-    zeile->addWidget(start_);
-    zeile->addWidget(laeuft_);
-    zeile->addStretch();
+    raster->addWidget(start_, 1, 2, 1, 2, Qt::AlignLeft);
+    raster->addWidget(laeuft_, 1, 4, 1, 2);
+    raster->setColumnStretch(6, 1);
+    // Ränder und Kopf wie die Abschnitte der Ergebnisseite darüber.
     auto* spalte = new QVBoxLayout(this);
-    spalte->setContentsMargins(0, 0, 0, 0);
-    spalte->addLayout(zeile);
+    spalte->setContentsMargins(12, 0, 12, 12);
+    spalte->setSpacing(10);
+    spalte->addWidget(Abschnitt::trenner(this));
+    spalte->addWidget(Abschnitt::titel("Feldstärke", this));
+    spalte->addLayout(raster);
     spalte->addWidget(hinweis_);
     spalte->addWidget(karte_, 1);
 

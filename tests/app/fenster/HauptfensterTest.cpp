@@ -11,6 +11,9 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QStackedWidget>
 #include <QTimer>
 
 #include <gmock/gmock.h>
@@ -148,6 +151,20 @@ TEST_F(HauptfensterTest, SchliessenFragtNurBeiUngesichertenAenderungen) {
     antworten("Verwerfen");
     fenster->close();
     EXPECT_FALSE(fenster->isVisible());
+}
+
+TEST_F(HauptfensterTest, KeineSeiteRolltSeitwaertsBeiKleinsterFenstergroesse) {
+    fenster->resize(fenster->minimumSize());
+    fenster->show();
+    QScrollArea* rollen = nullptr;
+    for (auto* r : fenster->findChildren<QScrollArea*>())
+        if (qobject_cast<QStackedWidget*>(r->widget())) rollen = r;
+    ASSERT_NE(rollen, nullptr);
+    for (const auto s : alleSeiten) {
+        fenster->seiteWaehlen(s);
+        QApplication::processEvents();
+        EXPECT_FALSE(rollen->horizontalScrollBar()->isVisible()) << static_cast<int>(s);
+    }
 }
 
 TEST_F(HauptfensterTest, EscapeBeendetEineLaufendeRechnung) {
