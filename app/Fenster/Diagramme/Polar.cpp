@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <numbers>
 
 namespace Polar {
 
@@ -159,6 +160,21 @@ std::string winkeltext(Schnitt art, double winkel) {
     if (w <= 90.0) return grad(w);
     if (w <= 270.0) return grad(180.0 - w);
     return grad(w - 360.0);
+}
+
+double strahlSchritt(double radius, double textbreite) {
+    // Die Zahlen stehen mindestens 6 px vor dem Aussenring; gemessen wird die Sehne
+    // zwischen zwei Nachbarn.
+    for (const double schritt : {30.0, 45.0})
+        if (2.0 * (radius + 6.0) * std::sin(schritt * std::numbers::pi / 360.0) >= textbreite + 4.0)
+            return schritt;
+    return 90.0;
+}
+
+int ringzahlSchritt(double ringabstand, double texthoehe) {
+    constexpr int hoechstens = 1000;
+    if (!(ringabstand > 0)) return hoechstens;
+    return static_cast<int>(std::clamp(std::ceil(texthoehe / ringabstand), 1.0, double(hoechstens)));
 }
 
 } // namespace Polar

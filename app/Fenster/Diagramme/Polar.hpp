@@ -50,4 +50,11 @@ std::optional<double> oeffnungswinkel(const Schnittdaten& s);
 // Beschriftung eines Winkelstrichs: Azimut 0…330, Elevation −90…90.
 std::string winkeltext(Schnitt art, double winkel);
 
+// Winkelabstand der Strahlen und ihrer Gradzahlen: 30°, wo die Zahlen am Rand des
+// Kreises nebeneinander Platz haben, sonst 45° oder 90°.
+double strahlSchritt(double radius, double textbreite);
+
+// Jeder wievielte Ring eine dBi-Zahl trägt, damit die Zahlen sich nicht überdecken.
+int ringzahlSchritt(double ringabstand, double texthoehe);
+
 } // namespace Polar

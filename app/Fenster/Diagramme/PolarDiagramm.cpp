@@ -149,6 +149,9 @@ bool PolarDiagramm::nurOben() const {
 
 void PolarDiagramm::gitterMalen(QPainter& p, const Kreis& k) const {
     const double letzte = k.halb ? 180.0 : 330.0;
+    p.setFont(schrift(kleinPixel));
+    const QFontMetricsF m(p.font());
+    const double strahl = Polar::strahlSchritt(k.radius, m.horizontalAdvance(q("330°")));
     p.setBrush(Qt::NoBrush);
     p.setPen(QPen(Diagrammfarben::gitter(), 1));
     const int ringe = static_cast<int>(std::floor(boden_ / 10.0 + 1e-9));
@@ -161,7 +164,7 @@ void PolarDiagramm::gitterMalen(QPainter& p, const Kreis& k) const {
         else
             p.drawEllipse(box);
     }
-    for (double w = 0; w <= letzte + 1e-9; w += 30.0)
+    for (double w = 0; w <= letzte + 1e-9; w += strahl)
         p.drawLine(k.mitte, ort(k, w, 1.0));
     p.setPen(QPen(Diagrammfarben::achse(), 1.2));
     const QRectF aussen(k.mitte.x() - k.radius, k.mitte.y() - k.radius, 2 * k.radius, 2 * k.radius);
@@ -172,10 +175,8 @@ void PolarDiagramm::gitterMalen(QPainter& p, const Kreis& k) const {
         p.drawEllipse(aussen);
     }
 
-    p.setFont(schrift(kleinPixel));
-    QFontMetricsF m(p.font());
     p.setPen(Diagrammfarben::nebentext());
-    for (double w = 0; w <= letzte + 1e-9; w += 30.0) {
+    for (double w = 0; w <= letzte + 1e-9; w += strahl) {
         const QString t = q(Polar::winkeltext(art_, w));
         const double b = m.horizontalAdvance(t), h = m.height();
         const double weg = 6 + std::fabs(std::cos(bogen(w))) * b / 2 + std::fabs(std::sin(bogen(w))) * h / 2;
@@ -183,7 +184,8 @@ void PolarDiagramm::gitterMalen(QPainter& p, const Kreis& k) const {
         p.drawText(QRectF(mitte.x() - b / 2, mitte.y() - h / 2, b, h), Qt::AlignCenter, t);
     }
     // Ringwerte in dBi rechts neben dem senkrechten Strahl, auf hellem Grund.
-    for (int i = 0; i < ringe; ++i) {
+    const int ringzahl = Polar::ringzahlSchritt(k.radius * 10.0 / boden_, m.height());
+    for (int i = 0; i < ringe; i += ringzahl) {
         const double anteil = 1.0 - i * 10.0 / boden_;
         const QString t = q(Zahltext::text("%.1f", maximum_ - i * 10.0) + (i == 0 ? " dBi" : ""));
         const QPointF punkt = ort(k, 90, anteil);

@@ -102,6 +102,20 @@ TEST(Polar, RadiusVonBodenBisMaximum) {
     EXPECT_DOUBLE_EQ(Polar::radius(14, 12, 40, 1.08), 1.05);
 }
 
+TEST(Polar, BeschriftungWirdBeiKleinemKreisDuenner) {
+    // Zahlen 30 px breit brauchen 34 px Sehne: bei 30° ab 59,7 px Radius, bei 45° ab 38,4 px.
+    for (const auto& [radius, schritt] :
+         {std::pair{120.0, 30.0}, {60.0, 30.0}, {59.0, 45.0}, {39.0, 45.0}, {38.0, 90.0}, {0.0, 90.0}})
+        EXPECT_EQ(Polar::strahlSchritt(radius, 30), schritt) << radius;
+
+    EXPECT_EQ(Polar::ringzahlSchritt(20, 13), 1);
+    EXPECT_EQ(Polar::ringzahlSchritt(13, 13), 1);
+    EXPECT_EQ(Polar::ringzahlSchritt(8, 13), 2);
+    EXPECT_EQ(Polar::ringzahlSchritt(4, 13), 4);
+    EXPECT_EQ(Polar::ringzahlSchritt(0, 13), 1000);
+    EXPECT_EQ(Polar::ringzahlSchritt(std::nan(""), 13), 1000);
+}
+
 TEST(Polar, OeffnungswinkelUeberNullGrad) {
     // Keule um 0°, 1 dB je 5°: −3 dB bei ±15°.
     std::vector<std::pair<double, double>> keule;
